@@ -1,0 +1,64 @@
+"""The documentation's examples: code stands in a host under examples/, commands run."""
+
+import argparse
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import textwrap
+import unittest
+
+parser = argparse.ArgumentParser()
+parser.add_argument("--source", type=pathlib.Path, required=True)
+parser.add_argument("--program", type=pathlib.Path, required=True)
+given = parser.parse_args()
+PAGES = sorted(given.source.glob("docs/*.md")) + [given.source / "README.md"]
+SUFFIXES = {"cpp": (".cpp",), "c": (".c",), "python": (".py",), "cmake": ("CMakeLists.txt",)}
+
+
+def blocks(*languages):
+    for page in PAGES:
+        for found in re.finditer(r"^```(\w+)\n(.*?)^```", page.read_text("utf-8"), re.M | re.S):
+            if found[1] in languages:
+                yield page.name, found[1], found[2]
+
+
+def without_indent(text):
+    return textwrap.dedent(text).strip()
+
+
+class Examples(unittest.TestCase):
+    def test_code_stands_in_a_host_that_is_built(self):
+        sources = [path for path in given.source.glob("examples/**/*") if path.is_file()]
+        for page, language, code in blocks(*SUFFIXES):
+            with self.subTest(page=page, code=code):
+                lines = [line.strip() for line in without_indent(code).splitlines()]
+                wanted = "\n".join(lines)
+                texts = ("\n".join(line.strip() for line in path.read_text("utf-8").splitlines())
+                         for path in sources if path.name.endswith(SUFFIXES[language]))
+                self.assertTrue(any(wanted in text for text in texts), "not in any example")
+
+    def test_commands_run(self):
+        with tempfile.TemporaryDirectory() as folder:
+            environment = dict(os.environ, HOME=folder,
+                               PATH=f"{given.program.parent}:{os.environ['PATH']}")
+            environment.pop("DISPLAY", None)
+            feed = given.source / "data/empoli/gtfs"
+            for page, _, commands in blocks("console"):
+                for command in re.findall(r"^\$ (.*)", commands, re.M):
+                    with self.subTest(page=page, command=command):
+                        done = subprocess.run(command.replace("FEED", str(feed)), shell=True,
+                                              cwd=folder, env=environment, capture_output=True,
+                                              text=True, check=False)
+                        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+
+    def test_links_lead_somewhere(self):
+        for page in PAGES:
+            for target in re.findall(r"\]\(([^)#:]+)\)", page.read_text("utf-8")):
+                self.assertTrue((page.parent / target).exists(), f"{page.name}: {target}")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])

@@ -1,0 +1,146 @@
+// The whole way from a feed on the disk to databases that the component can use.
+#include <gtest/gtest.h>
+#include <zip.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include "host/import/extract.hpp"
+#include "host/import/import.hpp"
+#include "host/refusal.hpp"
+#include "support/station.hpp"
+
+namespace ravelinox::host {
+namespace {
+
+using ravelinox::testing::error_of;
+using ravelinox::testing::Table;
+
+namespace fs = std::filesystem;
+
+const fs::path bundled = RAVELINOX_EMPOLI_FEED;
+
+class ImportedDatabases : public ::testing::Test {
+ protected:
+  ImportOptions options(const fs::path& feed) const {
+    ImportOptions result;
+    result.feed = feed;
+    result.station = "empoli";
+    result.out = folder.file("out");
+    return result;
+  }
+
+  static std::size_t files_in(const fs::path& path) {
+    if (!fs::exists(path)) return 0;
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(path), {}));
+  }
+
+  /// The bundled feed zipped, with its files in a folder of the archive.
+  fs::path zipped() const {
+    int error = 0;
+    zip_t* archive = zip_open(folder.file("feed.zip").c_str(), ZIP_CREATE, &error);
+    for (const auto& file : fs::directory_iterator(bundled)) {
+      zip_file_add(archive, ("feed/" + file.path().filename().string()).c_str(),
+                   zip_source_file(archive, file.path().c_str(), 0, -1), 0);
+    }
+    EXPECT_EQ(zip_close(archive), 0);
+    return folder.file("feed.zip");
+  }
+
+  /// A session with the databases, whose line tables can be counted.
+  void connect(const fs::path& database) {
+    std::string path = database.string();
+    std::ranges::replace(path, '/', '\\');
+    engine.DB_stazione = path;
+    engine.Connetti_DBstazione_DLL();
+    engine.Imposta_proprieta_pds();
+    engine.Connetti_DBlinea_DLL();
+    engine.Nome_PdS = "Empoli";
+  }
+  std::int32_t count(const std::string& from) {
+    Recordset rows;
+    rows.set_active_connection(engine.DLLCN2.get());
+    rows.open("SELECT * FROM " + from);
+    return rows.record_count();
+  }
+
+  const ravelinox::testing::TemporaryFolder folder;
+  ImportSummary summary;
+  cmdl1 engine;
+};
+
+TEST_F(ImportedDatabases, ServeTheComponent) {
+  auto with_demand = options(zipped());
+  with_demand.on_demand = 5;
+  import_feed(with_demand, {}, summary);
+  EXPECT_EQ(summary.trips, 246U);
+  EXPECT_TRUE(summary.dropped.empty());
+  EXPECT_EQ(files_in(with_demand.out), 2U);
+  connect(summary.station_database);
+  EXPECT_EQ(engine.VerificaDB(engine.DB_stazione, "Stazione"), 7);
+  for (const auto& [from, rows] : Table<const char*, std::int32_t>{
+           {"generalita_treni", 251},
+           {"generalita_treni WHERE Giorni = ''", 5},
+           {"circolazione WHERE Stazione = 'EMPOLI'", 251},
+           {"circolazione WHERE Orario_arrivo IS NULL", 251},
+           {"accessi WHERE Nome_stazione = 'Empoli' AND Lista_accessi = "
+            "'1|Montelupo  2|Ponte A Elsa  3|S.Miniato F.'",
+            1},
+           // Counted in the feed by its calendar alone: a working day, a Sunday and a holiday.
+           {"generalita_treni WHERE (Giorni LIKE '% 3 %' OR Giorni LIKE '% 2204 %') AND "
+            "Giorni NOT LIKE '% e2204 %'",
+            186},
+           {"generalita_treni WHERE (Giorni LIKE '% 0 %' OR Giorni LIKE '% 2604 %' OR "
+            "Giorni LIKE ' Fes ') AND (Giorni NOT LIKE '% eF %' AND Giorni NOT LIKE '% e2604 %')",
+            118},
+           {"generalita_treni WHERE (Giorni LIKE '% 1 %' OR Giorni LIKE '% 0604 %' OR "
+            "Giorni LIKE ' Fes ') AND (Giorni NOT LIKE '% eF %' AND Giorni NOT LIKE '% e0604 %')",
+            118}}) {
+    EXPECT_EQ(count(from), rows) << from;
+  }
+  EXPECT_EQ(to_text(engine.CorsaTreno(4010)), "Buonconvento - Firenze Smn");
+}
+
+TEST_F(ImportedDatabases, AreNotReplacedUnlessAsked) {
+  auto once = options(bundled);
+  import_feed(once, {}, summary);
+  EXPECT_EQ(error_of([&] { import_feed(once, {}, summary); }), ErrorNumber::file_already_exists);
+  once.force = true;
+  once.station = "nowhere";
+  EXPECT_THROW(import_feed(once, {}, summary), Refusal);
+  EXPECT_EQ(files_in(once.out), 2U) << "a failure leaves the old ones";
+  once.station = "Pisa C.Le";
+  import_feed(once, {}, summary);
+  EXPECT_EQ(summary.station, "Pisa C.Le");
+}
+
+TEST_F(ImportedDatabases, AreNotThereAfterAFailure) {
+  const fs::path junk = folder.file("junk.zip");
+  std::ofstream(junk) << "PK, but nothing else";
+  const fs::path cut = zipped();
+  fs::resize_file(cut, fs::file_size(cut) / 2);
+  for (const fs::path& feed : {junk, cut, folder.path() / "missing", folder.path()}) {
+    EXPECT_THROW(import_feed(options(feed), {}, summary), Refusal) << feed;
+    EXPECT_EQ(files_in(folder.file("out")), 0U);
+  }
+  std::ofstream(folder.file("out")) << "a file where the folder should be";
+  EXPECT_THROW(import_feed(options(bundled), {}, summary), Error);
+}
+
+TEST_F(ImportedDatabases, AreTheSameFromTheStationsPartOfTheFeed) {
+  auto part = options(zipped());
+  part.out = folder.file("part");
+  extract_feed(part, {});
+  ImportSummary part_summary;
+  import_feed(options(part.feed), {}, summary);
+  auto from_part = options(part.out);
+  from_part.out = folder.file("again");
+  import_feed(from_part, {}, part_summary);
+  EXPECT_EQ(part_summary.trains, summary.trains);
+  EXPECT_EQ(part_summary.calls, summary.calls);
+  EXPECT_EQ(part_summary.adapted.text(), summary.adapted.text());
+  EXPECT_THROW(extract_feed(part, {}), Refusal) << "its files are there already";
+}
+
+}  // namespace
+}  // namespace ravelinox::host

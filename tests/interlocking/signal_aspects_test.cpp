@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include "interlocking/aspect.hpp"
+#include "support/station.hpp"
+
+namespace ravelinox {
+namespace {
+
+using testing::append;
+using testing::error_of;
+using testing::Station;
+using testing::Table;
+
+/// A station with one route of class RV to access 2, towards Pontedera.
+struct Junction : Station {
+  Junction() : Station("") {
+    append(station_file, "itinerari", 1, "I-4", "", "", "", "", 0, "S1|RV S2|V", "", 2);
+    append(line_file, "accessi", 1, "1|Montelupo  2|Pontedera", "Empoli");
+  }
+
+  void add_section(const char* end1, const char* end2, const char* letter1, const char* letter2,
+                   const Variant& variant2) {
+    append(line_file, "linea", 1, end1, end2, 1.0, 1, "", letter1, false, "", true, "", "", letter2,
+           variant2);
+  }
+
+  [[nodiscard]] std::string aspect() const {
+    return joined(engine.Aspetto_sgn) + (engine.Ric_sgn ? ", changed" : "");
+  }
+};
+
+TEST(SignalAspects, TheOwnEndOfTheSectionCounts) {
+  Junction first;
+  first.add_section("Empoli", "Pontedera", "R", "V", false);
+  first.engine.C_Sgn("i-4", "S1");
+  EXPECT_EQ(first.aspect(), "S1|RG, changed");
+
+  Junction second;
+  second.add_section("Pontedera", "Empoli", "R", "G", true);
+  second.engine.C_Sgn("I-4", "S1");
+  EXPECT_EQ(second.aspect(), "S1|RGx, changed");
+
+  Junction ambiguous;
+  ambiguous.add_section("Empoli", "Pontedera", "R", "R", false);
+  ambiguous.add_section("Empoli", "Pontedera", "R", "R", false);
+  ambiguous.add_section("Pontedera", "Empoli", "R", "G", Variant::null());
+  ambiguous.engine.C_Sgn("I-4", "S1");
+  EXPECT_EQ(ambiguous.aspect(), "S1|RV");
+}
+
+TEST(SignalAspects, WhatStaysUntouched) {
+  Junction junction;
+  junction.add_section("Empoli", "Pontedera", "x", "V", false);
+  junction.engine.Aspetto_sgn = "before";
+  junction.engine.Ric_sgn = true;
+  // Another signal shows the route's class, whatever the line.
+  for (const auto& [signal, aspect] : Table<Variant, const char*>{
+           {"S1", "before"}, {"S9", "S9|RV"}, {Variant::missing(), "|RV"}, {"s1", "s1|RV"}}) {
+    junction.engine.C_Sgn("I-4", signal);
+    EXPECT_EQ(junction.aspect(), std::string(aspect) + ", changed");
+  }
+}
+
+TEST(SignalAspects, FailuresKeepBothAnswersAndTheSlot) {
+  constexpr auto no_row = ErrorNumber::no_current_record;
+  constexpr auto no_part = ErrorNumber::subscript_out_of_range;
+  constexpr auto mismatch = ErrorNumber::type_mismatch;
+  for (const auto& [change, error, line_slot] : Table<std::string, ErrorNumber, bool>{
+           {"itinerari SET Nome = 'x'", no_row, false},
+           {"itinerari SET Segnali = 'S1 S2|V'", no_part, false},
+           {"itinerari SET Segnali = ''", no_part, false},
+           {"accessi SET Nome_stazione = 'x'", no_row, true},
+           {"itinerari SET Accesso = 3", no_row, true},
+           {"linea SET Estremo1 = 'x'", no_row, true},
+           {"accessi SET Lista_accessi = 'x|A  2|Pontedera'", mismatch, false},
+           {"accessi SET Lista_accessi = '1|A    2|Pontedera'", mismatch, false}}) {
+    Junction junction;
+    junction.add_section("Empoli", "Pontedera", "R", "V", false);
+    if (change.starts_with("itinerari")) {
+      junction.change_station("UPDATE " + change);
+    } else {
+      junction.change("UPDATE " + change);
+    }
+    junction.engine.Aspetto_sgn = "before";
+    EXPECT_EQ(error_of([&] { junction.engine.C_Sgn("I-4", "S1"); }), error) << change;
+    EXPECT_EQ(junction.aspect(), "before") << change;
+    EXPECT_EQ(junction.engine.DLLRS3->state() == ObjectState::open, line_slot) << change;
+  }
+}
+
+TEST(Aspect, TheWholeTable) {
+  for (const auto& [route_class, at_variant, at_stop, known] :
+       Table<const char*, const char*, const char*, bool>{{"V", "Gx", "G", true},
+                                                          {"RV", "RGx", "RG", true},
+                                                          {"RV-", "RGx-", "RG-", true},
+                                                          {"RV=", "RGx=", "RG=", true},
+                                                          {"A", "Gx", "G", false},
+                                                          {"rv", "Gx", "G", false}}) {
+    const Aspect own{route_class, false};
+    EXPECT_EQ(route_aspect(route_class, "V", true), own) << route_class;
+    EXPECT_EQ(route_aspect(route_class, "G", false), own) << route_class;
+    EXPECT_EQ(route_aspect(route_class, "G", true), (Aspect{at_variant, true}));
+    EXPECT_EQ(route_aspect(route_class, "R", true), (Aspect{at_stop, true}));
+    EXPECT_EQ(route_aspect(route_class, "v", false), known ? std::nullopt : std::optional(own));
+  }
+}
+
+}  // namespace
+}  // namespace ravelinox

@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+
+#include "support/station.hpp"
+
+namespace ravelinox {
+namespace {
+
+using testing::at;
+using testing::error_of;
+using testing::Station;
+using testing::Table;
+
+TEST(NextArrival, IsTheFirstToComeFromTheNeighbour) {
+  Station station(R"(
+1 R ' 3 '; Signa - 8:00; Empoli 8:10 8:11
+2 R ' 3 '; Signa - 7:50; Empoli 8:07 8:08
+3 R ' 3 '; Siena - 7:50; Empoli 8:06 8:07; Signa 8:20 -
+4 R ' 3 '; Empoli - 8:06; Signa 8:20 -
+5 R ' 3 '; Signa - 7:40; Empoli 8:05 8:06
+)");
+  for (const auto& [neighbour, moment, previous, answer] :
+       Table<const char*, std::int32_t, std::int32_t, const char*>{
+           {"Signa", at("8:05"), 0, "120|2"},
+           {"Signa", at("8:05"), 2, "300|1"},
+           {"Signa", at("8:04:59"), 0, "1|5"},
+           {"Signa", at("8:10"), 0, "-29400|0"},
+           {"Signa", 0, 0, "29100|5"},
+           {"Signa", -5, 0, "29105|5"},
+           {"Pisa", -5, 0, "5|0"}}) {
+    EXPECT_EQ(station.engine.ProssimoArrivo("Empoli", neighbour, moment, previous),
+              Variant(answer));
+    EXPECT_EQ(station.engine.DLLRS4->state(), ObjectState::closed);
+  }
+  // A neighbour passed twice before is passed over.
+  station.change("UPDATE circolazione SET Stazione = 'Signa' WHERE Stazione = 'Siena'");
+  station.change("UPDATE circolazione SET Numero = 2 WHERE Numero = 3 AND Stazione = 'Signa'");
+  EXPECT_EQ(station.engine.ProssimoArrivo("Empoli", "Signa", at("8:05")), Variant("300|1"));
+}
+
+/// Two trains whose change of delay on the section behind Empoli is p and q seconds.
+TEST(Precedence, ComparesTheDelayGainedBehindTheStation) {
+  for (const auto& [p, q, second_first] : Table<int, int, bool>{{120, -30, true},
+                                                                {120, 0, true},
+                                                                {120, 60, true},
+                                                                {120, 120, true},
+                                                                {120, 180, false},
+                                                                {0, -30, false},
+                                                                {-60, -90, false}}) {
+    Station station(R"(
+1 R ' 3 '; Empoli - 8:00; Signa 8:10 8:11; Pisa 8:30 -
+2 R ' 3 '; Empoli - 8:00; Signa 8:10 8:11; Pisa 8:30 -
+)");
+    for (const auto& [train, gained] : {std::pair(1, p), std::pair(2, q)}) {
+      station.change("UPDATE circolazione SET Effettivo_arrivo = Effettivo_arrivo + " +
+                     std::to_string(60 + gained) +
+                     " WHERE Stazione = 'Pisa' AND Numero = " + std::to_string(train));
+    }
+    station.change(
+        "UPDATE circolazione SET Effettiva_partenza = Effettiva_partenza + 60 WHERE Stazione = "
+        "'Signa'");
+    EXPECT_EQ(station.engine.AnalisiPrecedenza(1, 2, "Empoli"), second_first) << p << " and " << q;
+    // From another station the first section of each run counts: nobody gains anything there.
+    EXPECT_FALSE(station.engine.AnalisiPrecedenza(1, 2, "empoli"));
+  }
+}
+
+TEST(Precedence, NeedsASection) {
+  Station station("1 R ' 3 '; Empoli - 8:00\n2 R ' 3 '; Siena - 8:00; Empoli 8:10 -");
+  for (const auto& [train, name, error] : Table<std::int32_t, const char*, ErrorNumber>{
+           {9, "Empoli", ErrorNumber::no_current_record},
+           {1, "Empoli", ErrorNumber::no_current_record},
+           {1, "Siena", ErrorNumber::no_current_record},
+           {2, "Siena", ErrorNumber::invalid_use_of_null}}) {
+    EXPECT_EQ(error_of([&] { station.engine.AnalisiPrecedenza(train, 2, name); }), error) << train;
+    station.engine.DLLRS3->close();
+  }
+}
+
+}  // namespace
+}  // namespace ravelinox

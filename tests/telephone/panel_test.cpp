@@ -1,0 +1,169 @@
+#include "panel.hpp"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QScreen>
+#include <QScrollBar>
+#include <QTest>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace ravelinox {
+namespace {
+
+struct Desk {
+  template <typename Control>
+  Control& control(const char* name) {
+    return *panel.findChild<Control*>(QLatin1String(name));
+  }
+  void receive(const std::string& text, const std::string& from = "A") {
+    view.caller = from;
+    view.messages += (view.messages.empty() ? "" : "\r\n") + text;
+    view.reply_enabled = view.send_enabled = true;
+    panel.present(view);
+    QApplication::processEvents();
+  }
+  QString messages() { return control<QPlainTextEdit>("lblMessaggio").toPlainText(); }
+
+  int answers = 0;
+  TelephonePanel panel{[this] { ++answers; }};
+  TelephoneView view;
+  QLabel& caller = control<QLabel>("lblChiamante");
+  QComboBox& reply = control<QComboBox>("cmbMessaggio");
+  QPushButton& send = control<QPushButton>("cmdInvia");
+  QTimer& timer = control<QTimer>("tmrFocus");
+};
+
+/// The controls in tab order with their rectangles, as the window itself tells them.
+std::vector<std::string> laid_out(QWidget& panel) {
+  std::vector<std::string> controls;
+  for (QWidget* at = panel.nextInFocusChain(); at != &panel; at = at->nextInFocusChain()) {
+    if (at->parentWidget() != &panel) continue;  // a part of a control
+    const QRect place = at->geometry();
+    const QVariant index = at->property("index");
+    controls.push_back(at->objectName().toStdString() +
+                       (index.isValid() ? "(" + index.toString().toStdString() + ")" : "") + " " +
+                       std::to_string(place.left()) + "," + std::to_string(place.top()) + " " +
+                       std::to_string(place.width()) + "x" + std::to_string(place.height()));
+  }
+  return controls;
+}
+
+TEST(TelephonePanel, OpensWithItsControlsReadableInTheirPlaces) {
+  Desk desk;
+  EXPECT_EQ(desk.panel.windowTitle(), "Telefono: chiamate in ricezione");
+  EXPECT_EQ(laid_out(desk.panel),
+            (std::vector<std::string>{"cmdInvia 232,176 81x25", "cmbMessaggio 16,136 297x21",
+                                      "frm1 8,96 321x9", "lbl1(1) 8,112 113x17",
+                                      "lblChiamante 104,8 217x17", "lblMessaggio 16,32 305x57",
+                                      "lbl1(0) 8,8 97x17"}));
+  EXPECT_EQ(desk.reply.currentText(), "Selezionare risposta");
+  EXPECT_EQ(desk.reply.count(), 1);
+  EXPECT_EQ(desk.reply.itemText(0), "OK");
+  EXPECT_EQ(desk.send.text(), "Invia");
+  EXPECT_FALSE(desk.reply.isEnabled() || desk.send.isEnabled());
+  EXPECT_EQ(desk.caller.text() + desk.messages(), "");
+  for (const QLabel* heading : desk.panel.findChildren<QLabel*>("lbl1")) {
+    EXPECT_LE(heading->sizeHint().width(), heading->width()) << heading->text().toStdString();
+    EXPECT_LE(heading->sizeHint().height(), heading->height()) << heading->text().toStdString();
+    EXPECT_GE(heading->font().pixelSize(), 9);
+  }
+}
+
+TEST(TelephonePanel, ShowsCallerAndMessagesAsPlainText) {
+  Desk desk;
+  desk.receive("<b>1</b> & è", "Dirigente <i>centrale</i>");
+  desk.receive("2", "B & C");
+  EXPECT_EQ(desk.caller.text(), "B & C");
+  EXPECT_EQ(desk.messages(), QString::fromUtf8("<b>1</b> & è\n2"));
+  desk.receive("3", "Dirigente <i>centrale</i>" + std::string(100, 'x'));
+  EXPECT_TRUE(desk.caller.toolTip().contains("&lt;i&gt;"));
+  EXPECT_TRUE(desk.panel.isVisible());
+  EXPECT_TRUE(desk.panel.isActiveWindow());
+  EXPECT_TRUE(desk.reply.isEnabled());
+  const QPoint off = desk.panel.frameGeometry().center() - desk.panel.screen()->geometry().center();
+  EXPECT_LE(off.manhattanLength(), 2);  // half a pixel each way
+}
+
+TEST(TelephonePanel, MessagesBeyondItsPlaceAreScrolledTo) {
+  Desk desk;
+  QScrollBar& bar = *desk.control<QPlainTextEdit>("lblMessaggio").verticalScrollBar();
+  desk.receive("short");
+  EXPECT_EQ(bar.maximum(), 0);
+  desk.receive(std::string(400, 'x'));  // not even a place to break the line
+  EXPECT_GT(bar.maximum(), 0);
+  EXPECT_EQ(bar.value(), bar.maximum());
+  QTest::keyClick(&desk.send, Qt::Key_PageUp);
+  EXPECT_LT(bar.value(), bar.maximum());
+  desk.receive("new");
+  EXPECT_EQ(bar.value(), bar.maximum());
+}
+
+TEST(TelephonePanel, AnAnswerTypedOrChosenChangesNothing) {
+  Desk desk;
+  desk.receive("1");
+  QTest::keyClicks(&desk.reply, "no");
+  QTest::keyClick(&desk.reply, Qt::Key_Return);
+  EXPECT_EQ(desk.reply.count(), 1);
+  QTest::keyClick(&desk.reply, Qt::Key_Down);
+  EXPECT_EQ(desk.reply.currentText(), "OK");
+  desk.receive("2");
+  EXPECT_EQ(desk.reply.currentText(), "OK");
+  EXPECT_EQ(desk.messages(), "1\n2");
+  EXPECT_EQ(desk.answers, 0);
+}
+
+TEST(TelephonePanel, TheOperatorIsDoneOnceHoweverHeSaysSo) {
+  using Way = void (*)(Desk&);
+  const Way ways[] = {
+      [](Desk& at) {
+        QTest::mouseClick(&at.send, Qt::LeftButton);
+        EXPECT_EQ(at.messages(), "");
+        EXPECT_FALSE(at.send.isEnabled());
+      },
+      [](Desk& at) { QTest::keyClick(at.panel.focusWidget(), Qt::Key_Space); },
+      [](Desk& at) { QTest::keyClick(at.panel.focusWidget(), Qt::Key_Enter); },
+      [](Desk& at) { at.panel.close(); },
+  };
+  for (const Way& way : ways) {
+    Desk fresh;
+    fresh.receive("1");
+    way(fresh);
+    EXPECT_EQ(fresh.answers, 1) << &way - ways;
+    EXPECT_FALSE(fresh.panel.isVisible() || fresh.timer.isActive()) << &way - ways;
+  }
+}
+
+TEST(TelephonePanel, ComesBackOnceAfterFiveSeconds) {
+  Desk desk;
+  EXPECT_FALSE(desk.timer.isActive());
+  desk.receive("1");
+  EXPECT_TRUE(desk.timer.isActive());
+  EXPECT_EQ(desk.timer.interval(), 5000);
+  // The next message does not start the running delay anew.
+  const int running = desk.timer.timerId();
+  desk.receive("2");
+  EXPECT_EQ(desk.timer.timerId(), running);
+  desk.panel.showMinimized();
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  QTimerEvent tick(desk.timer.timerId());
+  QCoreApplication::sendEvent(&desk.timer, &tick);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&desk.panel));
+  EXPECT_FALSE(desk.panel.isMinimized());
+  EXPECT_FALSE(desk.timer.isActive());
+}
+
+}  // namespace
+}  // namespace ravelinox
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argc, argv);
+  const QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}

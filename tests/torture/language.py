@@ -1,0 +1,379 @@
+"""Random statements, answered by the engine and by the evaluator below, which knows the language's
+meaning and nothing of how the engine gets there.
+
+A statement is made as a tree, written as a text, and evaluated from the tree; so the text's
+parentheses, cases and blanks are tested too. An expression is a pair of its text and its binding,
+and a function from a row to its value.
+"""
+
+import re
+import sqlite3
+import struct
+
+import ground
+from ground import none, size
+from kills import read
+
+TEXTS = ["", "forlì", "FORLÌ", "Forlì", "forl", "àÈî", "ÀèÎ", "Ÿ", "ÿ", "Œuf", "œUF", "š", "Š", "ß",
+         "×", "÷", "50%", "%", "a b", "A B", "it's", "IT'S", "ñandú", "ÑANDÚ", "€", "z", "Z", "a(b",
+         "x-1", "True", "null"]
+WHOLE = [0, 1, -1, 2, 3, 7, 9, 10, 100, -7, 32767, -32768]
+WIDE = WHOLE + [2147483647, -2147483648, 2147483000, 1776816000]
+REALS = [0.1, 0.3, 2.5, -1.0, 0.0, 92.9996, 100.0, 1e-3]
+SCHEMA = {"t": {"N": "INTEGER", "S": "TEXT", "A": "INTEGER", "B": "BOOLEAN", "R": "REAL",
+                "M": "SMALLINT", "IF": "TEXT"},
+          "u": {"K": "INTEGER", "V": "TEXT", "W": "INTEGER", "M": "SMALLINT"}}
+POOL = {"INTEGER": WIDE, "SMALLINT": WHOLE, "REAL": REALS, "TEXT": TEXTS, "BOOLEAN": [True, False]}
+RANGE = {"INTEGER": 1 << 31, "SMALLINT": 1 << 15}
+
+
+class Overflow(Exception):
+    pass
+
+
+def float32(value):
+    """What a 32-bit float column holds: the float's shortest decimal form without an exponent,
+    which for a great number is the number itself."""
+    single = struct.unpack("f", struct.pack("f", value))[0]
+    for digits in range(1, 10 if abs(single) < 1 << 24 else 1):
+        short = float(f"{single:.{digits}g}")
+        if struct.pack("f", short) == struct.pack("f", single):
+            return short
+    return single
+
+
+def stored(value, kind):
+    if value is None or kind == "TEXT":
+        return value
+    if kind == "REAL":
+        return float32(value)
+    if kind == "BOOLEAN":
+        return value != 0
+    whole = round(value)  # halves to even
+    if not -RANGE[kind] <= whole < RANGE[kind]:
+        raise Overflow
+    return whole
+
+
+def order(value):
+    """Null first, True before False, texts without regard to case."""
+    if value is None:
+        return (0, 0)
+    if isinstance(value, bool):
+        return (1, -1 if value else 0)
+    return (1, value.lower() if isinstance(value, str) else value)
+
+
+def compared(sign, left, right):
+    if left is None or right is None:
+        return None
+    left, right = order(left), order(right)
+    return {"=": left == right, "<>": left != right, "<": left < right, "<=": left <= right,
+            ">": left > right, ">=": left >= right}[sign]
+
+
+def computed(sign, left, right):
+    if left is None or right is None:
+        return None
+    return {"+": lambda: left + right, "-": lambda: left - right, "*": lambda: left * right,
+            "/": lambda: left / right}[sign]()
+
+
+def both(sign, left, right):
+    """Three-valued logic."""
+    if sign == "XOR":
+        return None if left is None or right is None else left != right
+    decided = sign == "OR"
+    if decided in (left, right):
+        return decided
+    return None if None in (left, right) else not decided
+
+
+def like(text, pattern):
+    """Only "%" is special, and the whole text must match."""
+    first, *others = pattern.lower().split("%")
+    text = text.lower()
+    if not others:
+        return text == first
+    if not text.startswith(first):
+        return False
+    at = len(first)
+    for part in others[:-1]:
+        found = text.find(part, at)
+        if found < 0:
+            return False
+        at = found + len(part)
+    return text.endswith(others[-1]) and len(text) - len(others[-1]) >= at
+
+
+class Maker:
+    """Makes expressions over the columns in reach: { text of a name: (key, kind) }."""
+
+    def __init__(self, random, tables):
+        self.random, self.tables = random, tables
+
+    def quoted(self, text):
+        return "'" + text.replace("'", "''") + "'"
+
+    def wrapped(self, made, least):
+        text, binding, value = made
+        if binding < least or self.random.random() < 0.05:
+            text = self.random.choice(["( {} )", "({})"]).format(text)
+        return text, value
+
+    def column(self, scope, *kinds):
+        fit = [(name, key) for name, (key, kind) in scope.items() if kind in kinds]
+        name, key = self.random.choice(fit)
+        return name, 9, lambda row: row[key]
+
+    def number(self, depth, scope):
+        """Bindings: 6 sum, 7 product, 8 a sign, 9 a factor."""
+        choice = self.random.random() if depth > 0 else self.random.random() * 0.6
+        if choice < 0.4:
+            return self.column(scope, "INTEGER", "SMALLINT", "REAL")
+        if choice < 0.6:
+            literal = self.random.choice(WHOLE + REALS)
+            text = str(abs(literal))
+            text = self.quoted(text) if choice < 0.45 else text
+            if literal < 0:
+                return "-" + text, 8, lambda row: literal
+            return text, 9, lambda row: literal
+        sign = self.random.choice("++--*/")
+        left, left_value = self.wrapped(self.number(depth - 1, scope), 7 if sign in "*/" else 6)
+        if sign == "/":
+            divisor = self.random.choice([2, 4, -8])
+            right, right_value = str(divisor), lambda row: divisor
+        else:
+            right, right_value = self.wrapped(self.number(depth - 1, scope), 8 if sign == "*" else 7)
+        return (f"{left} {sign} {right}", 7 if sign in "*/" else 6,
+                lambda row: computed(sign, left_value(row), right_value(row)))
+
+    def comparison(self, depth, scope):
+        choice = self.random.randrange(10)
+        sign = self.random.choice(["=", "=", "<>", "<", "<=", ">", ">="])
+        if choice < 4:
+            left, one = self.wrapped(self.number(depth - 1, scope), 6)
+            right, other = self.wrapped(self.number(depth - 1, scope), 6)
+            if left.strip("( )")[0] == right.strip("( )")[0] == "'":  # may be two texts, no numbers
+                return self.pattern(scope)
+        elif choice < 6:
+            left, _, one = self.column(scope, "TEXT")
+            if self.random.random() < 0.3:
+                right, _, other = self.column(scope, "TEXT")
+            else:
+                literal = self.random.choice(TEXTS)
+                right, other = self.quoted(literal), lambda row: literal
+        elif choice < 7:
+            return self.pattern(scope)
+        elif choice < 8:
+            left, _, one = self.column(scope, "INTEGER", "TEXT", "REAL", "BOOLEAN", "SMALLINT")
+            no = self.random.choice(["", "NOT "])
+            return (f"{left} IS {no}NULL", 5,
+                    lambda row: (one(row) is None) != bool(no))
+        elif choice < 9 or depth < 2:
+            truth = self.random.choice([True, False])
+            if not any(kind == "BOOLEAN" for _, kind in scope.values()):
+                return self.pattern(scope)
+            left, _, one = self.column(scope, "BOOLEAN")
+            right, other = str(truth), lambda row: truth
+        else:
+            return self.any_of(depth, scope)
+        if self.random.random() < 0.3:
+            left, right, one, other = right, left, other, one
+        gap = self.random.choice(["", " "])
+        return f"{left}{gap}{sign}{gap}{right}", 5, lambda row: compared(sign, one(row), other(row))
+
+    def pattern(self, scope):
+        left, _, one = self.column(scope, "TEXT", "INTEGER")
+        pattern = self.random.choice(TEXTS + ["1", "-"])
+        for _ in range(self.random.randrange(3)):
+            at = self.random.randrange(len(pattern) + 1)
+            pattern = pattern[:at] + "%" + pattern[at + self.random.randrange(2):]
+        no = self.random.choice(["", "NOT "])
+
+        def value(row):
+            text = one(row)
+            return None if text is None else like(str(text), pattern) != bool(no)
+        return f"{left} {no}LIKE {self.quoted(pattern)}", 5, value
+
+    def any_of(self, depth, scope):
+        """A selection from u; its conditions may reach the columns outside by their full names."""
+        inner = dict(scope) | {name: (("u", name), kind) for name, kind in SCHEMA["u"].items()}
+        if self.random.random() < 0.6:
+            left, one = self.wrapped(self.number(depth - 1, scope), 6)
+            chosen = self.random.choice(["K", "W", "M"])
+        else:
+            left, _, one = self.column(scope, "TEXT")
+            chosen = "V"
+        where, holds = self.where(depth - 1, inner)
+
+        def value(row):
+            found = [compared("=", one(row), line[("u", chosen)])
+                     for line in self.tables["u"] if holds(row | line) is True]
+            return True if True in found else None if None in found else False
+        head = "SELECT" + self.random.choice(["", " DISTINCT"])
+        return f"{left} = ANY ({head} {chosen} FROM u{where})", 5, value
+
+    def condition(self, depth, scope):
+        """Bindings: 1 XOR, 2 OR, 3 AND, 4 NOT, 5 a comparison."""
+        choice = self.random.random()
+        if depth <= 0 or choice < 0.35:
+            return self.comparison(depth, scope)
+        if choice < 0.5:
+            text, inner = self.wrapped(self.condition(depth - 1, scope), 4)
+
+            def negated(row):
+                value = inner(row)
+                return None if value is None else not value
+            return f"NOT {text}", 4, negated
+        sign, binding = self.random.choice([("XOR", 1), ("OR", 2), ("AND", 3)])
+        left, one = self.wrapped(self.condition(depth - 1, scope), binding)
+        right, other = self.wrapped(self.condition(depth - 1, scope), binding + 1)
+        return (f"{left} {sign} {right}", binding,
+                lambda row: both(sign, one(row), other(row)))
+
+    def where(self, depth, scope):
+        if self.random.random() < 0.15:
+            return "", lambda row: True
+        text, _, value = self.condition(depth, scope)
+        return f" WHERE {text}", value
+
+
+def spelled(statement, random):
+    """The same statement in other letter cases and with other blanks, outside its texts."""
+    def other(found):
+        word = found.group()
+        cases = [word] if word[0] == "'" else [word, word.upper(), word.lower(), word.capitalize()]
+        return random.choice([" ", " ", "  ", "\t", "\n"] if word == " " else cases)
+    return re.sub(r"'[^']*'|\w+| ", other, statement)
+
+
+def in_reach(*tables):
+    """Names that mean one column only, alone and with their table."""
+    names = [name for table in tables for name in SCHEMA[table]]
+    scope = {f"{table}.{name}": ((table, name), kind)
+             for table in tables for name, kind in SCHEMA[table].items()}
+    return scope | {name: ((table, name), kind) for table in tables
+                    for name, kind in SCHEMA[table].items() if names.count(name) == 1}
+
+
+def select(maker):
+    """A statement, all rows that it could give, how many of them, and by which of them ordered."""
+    random, tables = maker.random, maker.tables
+    source, rows, names = "t", tables["t"], in_reach("t")
+    if random.random() < 0.2:
+        left, right = random.choice([("A", "K"), ("S", "V"), ("M", "W"), ("M", "M")])
+        names = in_reach("t", "u")
+        source += f" INNER JOIN u ON t.{left} = U.{right}"
+        rows = [one | other for one in rows for other in tables["u"]
+                if compared("=", one[("t", left)], other[("u", right)])]
+    where, holds = maker.where(3, names)
+    chosen = random.sample(sorted(names), random.randrange(1, 4))
+    found = [[row[names[name][0]] for name in chosen] for row in rows if holds(row) is True]
+    distinct, top, by, tail = random.random() < 0.2, None, None, ""
+    if distinct:
+        found = list({tuple(map(order, row)): row for row in found}.values())
+    if random.random() < 0.4:
+        by, descending = random.randrange(len(chosen)), random.random() < 0.5
+        found.sort(key=lambda row: order(row[by]), reverse=descending)
+        tail = f" ORDER BY {chosen[by]}" + (" desc" if descending else random.choice(["", " ASC"]))
+    if random.random() < 0.2:
+        top = random.randrange(6)
+    head = "SELECT" + " DISTINCT" * distinct + (f" TOP {top}" if top is not None else "")
+    return f"{head} {', '.join(chosen)} FROM {source}{where}{tail}", found, top, by
+
+
+def agrees(given, found, top, by):
+    """Whether an answer holds the right rows, as many, in the right order; equals are equal."""
+    plain = [tuple(map(order, row)) for row in given]
+    expected = [tuple(map(order, row)) for row in found]
+    if top is None and sorted(plain) != sorted(expected):
+        return False
+    left = list(expected)
+    for row in plain:
+        if row not in left:
+            return False
+        left.remove(row)
+    if by is not None and [row[by] for row in plain] != [row[by] for row in expected][:len(plain)]:
+        return False
+    return len(plain) == min(len(expected), len(expected) if top is None else top)
+
+
+def update(maker):
+    """A statement and the table as it is afterwards, None when the statement overflows."""
+    random, scope = maker.random, in_reach("t")
+    changed = random.sample(sorted(SCHEMA["t"]), random.randrange(1, 3))
+    values = []
+    for name in changed:
+        kind = SCHEMA["t"][name]
+        if kind in ("TEXT", "BOOLEAN"):
+            literal = random.choice(POOL[kind])
+            text = maker.quoted(literal) if kind == "TEXT" else str(literal)
+            values.append((text, 9, lambda row, literal=literal: literal))
+        else:
+            values.append(maker.number(2, scope))
+    where, holds = maker.where(2, scope)
+    sets = ", ".join(f"{n} = {v[0]}" for n, v in zip(changed, values))
+    statement = f"UPDATE t SET {sets}{where}"
+    try:
+        after = [row | {("t", n): stored(v[2](row), SCHEMA["t"][n]) for n, v in zip(changed, values)}
+                 if holds(row) is True else row for row in maker.tables["t"]]
+    except Overflow:
+        after = None
+    return statement, after
+
+
+def fill(random, file):
+    """New tables, written by another program, and what they hold."""
+    tables = {table: [{(table, name): None if random.random() < 0.15 else random.choice(POOL[kind])
+                       for name, kind in columns.items()} for _ in range(random.randrange(12))]
+              for table, columns in SCHEMA.items()}
+    with sqlite3.connect(file) as other:
+        for table, lines in tables.items():
+            other.execute(f"DELETE FROM {table}")
+            other.executemany(f"INSERT INTO {table} VALUES ({', '.join('?' * len(SCHEMA[table]))})",
+                              [list(line.values()) for line in lines])
+    other.close()
+    return tables
+
+
+def outcome(engine, statement):
+    """The rows, 32-bit floats in their shortest form, or the failure."""
+    try:
+        return [[float32(value) if isinstance(value, float) else value for value in row]
+                for row in read(engine.DLLRS4, statement)]
+    except ground.host.Failure as failure:
+        return str(failure)
+
+
+def run():
+    station = ground.new_station("language")
+    file = station + "/linea.db"
+    with sqlite3.connect(file) as other:
+        for table, columns in SCHEMA.items():
+            kinds = ", ".join(f'"{name}" {kind}' for name, kind in columns.items())
+            other.execute(f"CREATE TABLE {table} ({kinds})")
+        other.execute("CREATE INDEX t_S ON t (S COLLATE NOCASE, N)")
+    other.close()
+    engine, random = ground.connected(station), ground.draws("language")
+    count, different, everything = size(100_000, 5_000), 0, "SELECT * FROM t"
+    for at in range(count):
+        if at % 100 == 0:
+            maker = Maker(random, fill(random, file))
+        if random.random() < 0.8:
+            statement, *answer = select(maker)
+            statement = spelled(statement, random)
+            given, right = outcome(engine, statement), True
+        else:
+            statement, after = update(maker)
+            statement = spelled(statement, random)
+            number = ground.number_of(engine.DLLRS3.Open, statement)
+            right = number == (6 if after is None else 0)
+            maker.tables["t"] = maker.tables["t"] if after is None else after
+            answer = [[list(row.values()) for row in maker.tables["t"]], None, None]
+            given = outcome(engine, "SELECT * FROM t")
+        if not right or not isinstance(given, list) or not agrees(given, *answer):
+            different += 1
+            ground.note(f"statement {at} differs: {statement!r}\n  {given}\n  {answer}")
+            maker = Maker(random, fill(random, file))
+    none(f"language: statements answered differently, of {count}", different)
