@@ -6,10 +6,10 @@ import os
 import shutil
 import signal
 import sqlite3
-import time
+from collections import Counter
 
 import ground
-from ground import DATA_FAILURE, figure, host, none, rows, size, timed
+from ground import DATA_FAILURE, figure, host, none, outcome, size, timed
 
 NOBODY = 65534
 TRAIN = 4042
@@ -118,100 +118,14 @@ DAMAGES = [
 ]
 
 
-@contextlib.contextmanager
-def as_user(user):
-    """Rights mean nothing to the system's administrator, so the engine does not run as one."""
-    before = os.geteuid()
-    if os.getuid() == 0:
-        os.seteuid(0)
-        os.seteuid(user)
-    try:
-        yield
-    finally:
-        if os.getuid() == 0:
-            os.seteuid(0)
-            os.seteuid(before)
-
-
 def steps(engine, file):
     """Connecting, checking, asking and changing."""
     if file.endswith("stazione.db"):
-        return [engine.Connetti_DBstazione_DLL, None,
+        return [engine.Connetti_DBstazione_DLL, lambda: check(engine, file, 7),
                 lambda: engine.RicavaStatoManutenzione("CDB", 1),
                 lambda: engine.DecrementaManutenzione("CDB", 1)]
-    return [engine.Connetti_DBlinea_DLL, None, lambda: engine.CorsaTreno(TRAIN),
-            lambda: engine.RitardaTreno(TRAIN, 60, 0, "ES 01")]
-
-
-
-def contents(file):
-    """What stands in a file and its log, as another program reads copies of them; the file's bytes
-    where none can."""
-    if not os.path.isfile(file):
-        return os.path.lexists(file)
-    copy = os.path.join(ground.folder, "copy.db")
-    for end in ("", "-wal"):
-        if os.path.exists(file + end):
-            shutil.copy(file + end, copy + end)
-    try:
-        with sqlite3.connect(copy) as other:
-            dump = list(other.iterdump())
-        other.close()
-        return dump
-    except (sqlite3.Error, UnicodeDecodeError):
-        with open(file, "rb") as content:
-            return content.read()
-    finally:
-        for end in ("", "-wal", "-shm"):
-            with contextlib.suppress(FileNotFoundError):
-                os.unlink(copy + end)
-
-
-class Result:
-    cases = unexpected = silent = read_changed = made = 0
-    longest = 0.0
-
-
-def outcome(step, result, case):
-    begun = time.monotonic()
-    try:
-        step()
-        return "+"
-    except host.Failure as failure:
-        if failure.number == 0 or len(str(failure)) < 20:
-            result.silent += 1
-            ground.note(case, failure)
-        return "-"
-    finally:
-        result.longest = max(result.longest, time.monotonic() - begun)
-
-
-def use(file, case, expected, while_open, result):
-    folder = os.path.dirname(file)
-    os.chmod(folder, os.stat(folder).st_mode | 0o055)
-    engine, given = ground.new_engine(), ""
-    engine.DB_stazione = os.path.join(folder, "stazione.db").replace("/", "\\")
-    engine.DB_linea, engine.Nome_PdS = "linea.db", "Empoli"
-    names, before = set(os.listdir(folder)), contents(file)
-    whole = 7 if "stazione" in file else 1
-    with as_user(NOBODY):
-        for at, step in enumerate(steps(engine, file)):
-            step = step or (lambda: check(engine, file, whole))
-            given += outcome(step, result, case)
-            if at == 1 and while_open:
-                while_open(file)
-            if at == 2 and not while_open:
-                with as_user(0):
-                    result.read_changed += contents(file) != before
-        outcome(engine.Disconnetti_DB, result, case)
-    companions = {os.path.basename(file) + end for end in ("-wal", "-shm", "-journal")}
-    made = set(os.listdir(folder)) - names - companions
-    result.made += len(made)
-    result.cases += 1
-    if any(wanted not in ("?", found) for wanted, found in zip(expected, given)):
-        result.unexpected += 1
-        ground.note(f"{case}: {given} instead of {expected}; {made or ''}")
-    engine.release()
+    return [engine.Connetti_DBlinea_DLL, lambda: check(engine, file, 1),
+            lambda: engine.CorsaTreno(TRAIN), lambda: engine.RitardaTreno(TRAIN, 60, 0, "ES 01")]
 
 
 def check(engine, file, whole):
@@ -220,24 +134,71 @@ def check(engine, file, whole):
         raise host.Failure(DATA_FAILURE, "the check found no whole database")
 
 
+def contents(file):
+    """What stands in a file and its log, as another program reads copies of them; the file's bytes
+    where none can."""
+    copy = os.path.join(ground.folder, "copy.db")
+    for end in ("", "-wal"):
+        with contextlib.suppress(FileNotFoundError):
+            os.unlink(copy + end)
+        with contextlib.suppress(OSError):  # no file, or none to be read
+            shutil.copyfile(file + end, copy + end)
+    try:
+        with sqlite3.connect(copy) as other:
+            dump = list(other.iterdump())
+        other.close()
+        return dump
+    except (sqlite3.Error, UnicodeDecodeError):
+        with open(file, "rb") as content:
+            return content.read()
+
+
+def use(file, case, expected, while_open, counts):
+    """How long the longest step on a file took; counts what went otherwise than it should."""
+    folder = os.path.dirname(file)
+    engine, given, longest = ground.new_engine(), "", 0.0
+    engine.DB_stazione = os.path.join(folder, "stazione.db").replace("/", "\\")
+    engine.DB_linea, engine.Nome_PdS = "linea.db", "Empoli"
+    names, before = set(os.listdir(folder)), contents(file)
+    for at, step in enumerate([*steps(engine, file), engine.Disconnetti_DB]):
+        failure, seconds = outcome(step)
+        given, longest = given + ("-" if failure else "+"), max(longest, seconds)
+        counts["failures without number or sentence"] += bool(failure) and (
+            failure.number == 0 or len(str(failure)) < 20)
+        if at == 1 and while_open:
+            while_open(file)
+        if at == 2 and not while_open:
+            counts["changed by reading"] += contents(file) != before
+    companions = {os.path.basename(file) + end for end in ("-wal", "-shm", "-journal")}
+    made = set(os.listdir(folder)) - names - companions
+    counts["files made"] += len(made)
+    wrong = any(wanted not in ("?", found) for wanted, found in zip(expected, given))
+    counts["steps that end otherwise than they should"] += wrong
+    if wrong:
+        ground.note(f"{case}: {given} instead of {expected}; {made or ''}")
+    engine.release()
+    return longest
+
+
 def run():
-    template, random, result = ground.new_station("template"), ground.draws("files"), Result()
-    os.chmod(ground.folder, 0o755)
+    template, random, counts = ground.prepared_station("template"), ground.draws("files"), Counter()
+    if os.geteuid() == 0:  # rights mean nothing to the system's administrator
+        for folder, _, files in os.walk(ground.folder):
+            for path in (folder, *(os.path.join(folder, file) for file in files)):
+                os.chown(path, NOBODY, NOBODY)
+        os.setegid(NOBODY)
+        os.seteuid(NOBODY)
     cases = DAMAGES + [(f"scrambled {n}", scrambled, "????", None) for n in range(size(400, 60))]
+    longest = 0.0
     for name, damage, expected, while_open in cases:
         for database in ("linea.db", "stazione.db"):
             station = ground.new_station("damaged", template)
             file = os.path.join(station, database)
-            for path in (station, *(os.path.join(station, each) for each in os.listdir(station))):
-                os.chown(path, NOBODY, NOBODY) if os.geteuid() == 0 else None
             if damage:
                 damage(file, random)
-            if os.geteuid() == 0 and os.path.isfile(file):
-                os.chown(file, NOBODY, NOBODY)
-            use(file, f"{name}: {database}", expected, while_open, result)
+            longest = max(longest, use(file, f"{name}: {database}", expected, while_open, counts))
             os.chmod(station, 0o755)
-    none(f"bad files: steps that end otherwise than they should, {result.cases} files", result.unexpected)
-    none("bad files: failures without number or sentence", result.silent)
-    none("bad files: changed by reading", result.read_changed)
-    none("bad files: files made", result.made)
-    timed("bad files: longest step in seconds", f"{result.longest:.2f}", 6, result.longest < 6)
+    figure("bad files: used", len(cases) * 2, "-", True)
+    for what, count in counts.items():
+        none(f"bad files: {what}", count)
+    timed("bad files: longest step in seconds", f"{longest:.2f}", 6, longest < 6)

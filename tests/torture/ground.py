@@ -8,6 +8,7 @@ import sqlite3
 import subprocess
 import sys
 import tempfile
+import time
 
 parser = argparse.ArgumentParser(description=__doc__)
 for name in ("library", "program", "source"):
@@ -30,7 +31,7 @@ os.environ.pop("WAYLAND_DISPLAY", None)
 
 folder = tempfile.mkdtemp(prefix="ravelinox-torture-")
 os.environ["XDG_DATA_HOME"] = os.environ["XDG_RUNTIME_DIR"] = folder
-os.environ["SPEECHD_ADDRESS"] = "inet_socket:127.0.0.1:1"  # nor a voice, unless a driver makes one
+os.environ["SPEECHD_ADDRESS"] = "inet_socket:127.0.0.1:1"  # nor a voice
 library = shutil.copy(built.library, folder)  # it writes its files beside itself
 
 
@@ -79,8 +80,8 @@ def new_engine():
     return host.create_from_file(library, CLASS_ID)
 
 
-def connected(station):
-    engine = new_engine()
+def connected(station, engine=None):
+    engine = engine or new_engine()
     engine.DB_stazione = station.replace("/", "\\") + "\\stazione.db"
     engine.Connetti_DBstazione_DLL()
     engine.Imposta_proprieta_pds()
@@ -102,21 +103,32 @@ def close_slots(engine):
             getattr(engine, slot).Close()
 
 
-def prepared_station(name):
-    station = new_station(name)
+def prepare(station):
     engine = connected(station)
     set_up(engine)
     engine.Disconnetti_DB()
+
+
+def prepared_station(name):
+    station = new_station(name)
+    prepare(station)
     return station
+
+
+def outcome(call, *arguments):
+    """The failure that a call ends with, None when it succeeds, and how many seconds it took."""
+    begun, failed = time.monotonic(), None
+    try:
+        call(*arguments)
+    except host.Failure as failure:
+        failed = failure
+    return failed, time.monotonic() - begun
 
 
 def number_of(call, *arguments):
     """The number of the failure that a call ends with, 0 when it succeeds."""
-    try:
-        call(*arguments)
-    except host.Failure as failure:
-        return failure.number
-    return 0
+    failure, _ = outcome(call, *arguments)
+    return failure.number if failure else 0
 
 
 def rows(station, statement, file="linea.db"):

@@ -6,9 +6,11 @@ parentheses, cases and blanks are tested too. An expression is a pair of its tex
 and a function from a row to its value.
 """
 
+import operator
 import re
 import sqlite3
 import struct
+from collections import Counter
 
 import ground
 from ground import none, size
@@ -24,6 +26,9 @@ SCHEMA = {"t": {"N": "INTEGER", "S": "TEXT", "A": "INTEGER", "B": "BOOLEAN", "R"
                 "M": "SMALLINT", "IF": "TEXT"},
           "u": {"K": "INTEGER", "V": "TEXT", "W": "INTEGER", "M": "SMALLINT"}}
 POOL = {"INTEGER": WIDE, "SMALLINT": WHOLE, "REAL": REALS, "TEXT": TEXTS, "BOOLEAN": [True, False]}
+COMPARE = {"=": operator.eq, "<>": operator.ne, "<": operator.lt, "<=": operator.le,
+           ">": operator.gt, ">=": operator.ge}
+COMPUTE = {"+": operator.add, "-": operator.sub, "*": operator.mul, "/": operator.truediv}
 RANGE = {"INTEGER": 1 << 31, "SMALLINT": 1 << 15}
 
 
@@ -67,16 +72,11 @@ def order(value):
 def compared(sign, left, right):
     if left is None or right is None:
         return None
-    left, right = order(left), order(right)
-    return {"=": left == right, "<>": left != right, "<": left < right, "<=": left <= right,
-            ">": left > right, ">=": left >= right}[sign]
+    return COMPARE[sign](order(left), order(right))
 
 
 def computed(sign, left, right):
-    if left is None or right is None:
-        return None
-    return {"+": lambda: left + right, "-": lambda: left - right, "*": lambda: left * right,
-            "/": lambda: left / right}[sign]()
+    return None if left is None or right is None else COMPUTE[sign](left, right)
 
 
 def both(sign, left, right):
@@ -91,19 +91,8 @@ def both(sign, left, right):
 
 def like(text, pattern):
     """Only "%" is special, and the whole text must match."""
-    first, *others = pattern.lower().split("%")
-    text = text.lower()
-    if not others:
-        return text == first
-    if not text.startswith(first):
-        return False
-    at = len(first)
-    for part in others[:-1]:
-        found = text.find(part, at)
-        if found < 0:
-            return False
-        at = found + len(part)
-    return text.endswith(others[-1]) and len(text) - len(others[-1]) >= at
+    parts = map(re.escape, pattern.lower().split("%"))
+    return re.fullmatch(".*".join(parts), text.lower(), re.DOTALL) is not None
 
 
 class Maker:
@@ -138,7 +127,7 @@ class Maker:
             if literal < 0:
                 return "-" + text, 8, lambda row: literal
             return text, 9, lambda row: literal
-        sign = self.random.choice("++--*/")
+        sign = self.random.choice(list(COMPUTE))
         left, left_value = self.wrapped(self.number(depth - 1, scope), 7 if sign in "*/" else 6)
         if sign == "/":
             divisor = self.random.choice([2, 4, -8])
@@ -150,7 +139,7 @@ class Maker:
 
     def comparison(self, depth, scope):
         choice = self.random.randrange(10)
-        sign = self.random.choice(["=", "=", "<>", "<", "<=", ">", ">="])
+        sign = self.random.choice(["=", *COMPARE])
         if choice < 4:
             left, one = self.wrapped(self.number(depth - 1, scope), 6)
             right, other = self.wrapped(self.number(depth - 1, scope), 6)
@@ -285,18 +274,11 @@ def select(maker):
 
 def agrees(given, found, top, by):
     """Whether an answer holds the right rows, as many, in the right order; equals are equal."""
-    plain = [tuple(map(order, row)) for row in given]
-    expected = [tuple(map(order, row)) for row in found]
-    if top is None and sorted(plain) != sorted(expected):
-        return False
-    left = list(expected)
-    for row in plain:
-        if row not in left:
-            return False
-        left.remove(row)
-    if by is not None and [row[by] for row in plain] != [row[by] for row in expected][:len(plain)]:
-        return False
-    return len(plain) == min(len(expected), len(expected) if top is None else top)
+    given = [tuple(map(order, row)) for row in given]
+    found = [tuple(map(order, row)) for row in found]
+    count = len(found) if top is None else min(top, len(found))
+    return (len(given) == count and Counter(given) <= Counter(found)
+            and (by is None or all(one[by] == other[by] for one, other in zip(given, found))))
 
 
 def update(maker):

@@ -8,7 +8,7 @@ import subprocess
 
 import ground
 from ground import DATA_FAILURE, connected, figure, none, number_of, size
-from kills import HALF_DAY, lost_steps, prepare_day, read, texts
+from kills import HALF_DAY, Damage, prepare_day, read, texts
 
 FULL = 61
 
@@ -36,56 +36,51 @@ def filled(folder):
         os.unlink(file)
 
 
-class Starved:
+class Starving:
     """Set-ups that come to a write which fails."""
 
-    runs = failed = other_error = lost = half = torn = refused = 0
+    def __init__(self):
+        self.damage, self.failed, self.runs = Damage(HALF_DAY), 0, 0
 
-    def run(self, station, starving, room=0):
-        """Starves the set-up after its first steps, as many as `room` says."""
-        engine, kept, under_way = connected(station), {}, [""]
-        hunger = contextlib.ExitStack()
+    def run(self, station, hunger, room):
+        """Starves a set-up after its first steps, as many as `room` says."""
+        engine, kept, under_way = connected(station), {}, ""
 
         def step(statement, change):
+            nonlocal under_way
             if len(kept) == room:
-                hunger.enter_context(starving)
-            under_way[0] = statement
+                starved.enter_context(hunger)
+            under_way = statement
             change()
             kept[statement] = texts(read(engine.DLLRS5, statement))
 
-        with hunger:
+        with contextlib.ExitStack() as starved:
             number = number_of(prepare_day, engine, step)
         ground.close_slots(engine)
         self.runs += 1
         self.failed += number != 0
-        self.other_error += number not in (0, DATA_FAILURE)
-        self.lost += lost_steps(station, kept, under_way[0])
-        self.half += ground.rows(station, HALF_DAY)[0][0]
-        self.refused += number_of(ground.set_up, engine) != 0
+        self.damage.counts["other errors"] += number not in (0, DATA_FAILURE)
+        self.damage.look(station, kept, under_way, (ground.set_up, engine))
         engine.Disconnetti_DB()
-        self.torn += not ground.whole(station)
 
     def report(self, name):
         figure(f"{name}: set-ups that fail, of {self.runs}", self.failed, "1 at least",
                self.failed > 0)
-        for what, count in (("other errors", self.other_error), ("saved steps lost", self.lost),
-                            ("rows half written", self.half), ("files not whole", self.torn),
-                            ("set-ups that fail afterwards", self.refused)):
-            none(f"{name}: {what}", count)
+        self.damage.report(name)
 
 
 def size_limits(template, random):
-    starved = Starved()
+    starving = Starving()
     for _ in range(size(60, 10)):
         most = random.choice([0, 512, random.randrange(1 << 16), random.randrange(1 << 22)])
-        starved.run(ground.new_station("limited", template),
-                    limited(resource.RLIMIT_FSIZE, most), random.randrange(200))
-    starved.report("file-size limit")
+        starving.run(ground.new_station("limited", template),
+                     limited(resource.RLIMIT_FSIZE, most), random.randrange(200))
+    starving.report("file-size limit")
 
 
 def full_disk(template, random):
     """On a small file system of its own, where one may be mounted."""
-    disk, starved = os.path.join(ground.folder, "disk"), Starved()
+    disk, starving = os.path.join(ground.folder, "disk"), Starving()
     os.makedirs(disk, exist_ok=True)
     mount = ["mount", "-t", "tmpfs", "-o", "size=12m", "ravelinox", disk]
     if subprocess.run(mount, stderr=subprocess.DEVNULL, check=False).returncode != 0:
@@ -93,10 +88,10 @@ def full_disk(template, random):
     try:
         for _ in range(size(40, 8)):
             station = ground.new_station("disk/station", template)
-            starved.run(station, filled(disk), random.randrange(300))
+            starving.run(station, filled(disk), random.randrange(300))
     finally:
         subprocess.run(["umount", "--lazy", disk], check=True)
-    return starved.report("full disk")
+    return starving.report("full disk")
 
 
 def open_files():
@@ -123,12 +118,7 @@ def descriptors(template):
 
 
 def start(engine, station):
-    engine.DB_stazione = station.replace("/", "\\") + "\\stazione.db"
-    engine.Connetti_DBstazione_DLL()
-    engine.Imposta_proprieta_pds()
-    engine.Connetti_DBlinea_DLL()
-    engine.Nome_PdS, engine.Global_ProbabilitaSoppressione = "Empoli", 32767
-    ground.set_up(engine)
+    ground.set_up(connected(station, engine))
     engine.AggiornaFileSSI(ground.START)
     engine.Registra("a line")
 

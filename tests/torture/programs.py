@@ -1,23 +1,18 @@
 """Other programs work on the same line database: they move the same trains, read on and on, or
 hold the lock on writing."""
 
+import contextlib
 import multiprocessing
 import os
 import sqlite3
 import time
 
 import ground
-from ground import connected, figure, none, number_of, rows, size, timed
+from ground import connected, figure, none, outcome, rows, size, timed
 
 apart = multiprocessing.get_context("fork")
 MOVED = """SELECT Numero, sum(Effettivo_arrivo), count(*) FROM circolazione
     WHERE Effettivo_arrivo >= 0 AND Effettiva_partenza >= 0 GROUP BY Numero"""
-
-
-def seconds(call, *arguments):
-    begun = time.monotonic()
-    call(*arguments)
-    return time.monotonic() - begun
 
 
 def delay_trains(station, random, until, result):
@@ -25,11 +20,10 @@ def delay_trains(station, random, until, result):
     trains = [train for train, *_ in rows(station, MOVED)][:20]
     while time.monotonic() < until:
         train, moved = random.choice(trains), random.randrange(-900, 900)
-        begun = time.monotonic()
-        failed = number_of(engine.RitardaTreno, train, moved, 0) != 0
-        longest = max(longest, time.monotonic() - begun)
-        refused += failed
-        sums[train] = sums.get(train, 0) + (0 if failed else moved)
+        failure, seconds = outcome(engine.RitardaTreno, train, moved, 0)
+        longest = max(longest, seconds)
+        refused += failure is not None
+        sums[train] = sums.get(train, 0) + (0 if failure else moved)
     engine.Disconnetti_DB()
     result.put((sums, longest, refused))
 
@@ -63,21 +57,24 @@ def held(station, statement, ready, release, most):
         other.execute("COMMIT")
 
 
-class Holding:
+@contextlib.contextmanager
+def holding(station, statement, most=600):
     """The time while another program holds on to the line database."""
+    ready, release = apart.Event(), apart.Event()
+    other = apart.Process(target=held, args=(station, statement, ready, release, most))
+    other.start()
+    ready.wait(10)
+    try:
+        yield
+    finally:
+        release.set()
+        other.join()
 
-    def __init__(self, station, statement, most=600):
-        ready, self.release = apart.Event(), apart.Event()
-        self.other = apart.Process(target=held, args=(station, statement, ready, self.release, most))
-        self.other.start()
-        ready.wait(10)
 
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.release.set()
-        self.other.join()
+def seconds(call, *arguments):
+    failure, taken = outcome(call, *arguments)
+    assert failure is None, failure
+    return taken
 
 
 def reader_that_stays(station):
@@ -85,12 +82,12 @@ def reader_that_stays(station):
     engine, alone, beside = connected(station), [], []
     for _ in range(size(40, 20)):
         alone.append(seconds(ground.set_up, engine))
-        with Holding(station, "BEGIN"):
+        with holding(station, "BEGIN"):
             beside.append(seconds(ground.set_up, engine))
     ratio = min(beside) / min(alone)
     timed("reader that stays: set-up against one alone", f"{ratio:.2f}", 1.3, ratio <= 1.3)
     log = os.path.join(station, "linea.db-wal")
-    with Holding(station, "BEGIN"):
+    with holding(station, "BEGIN"):
         for _ in range(size(100, 20)):
             ground.set_up(engine)
         grown = os.path.getsize(log)
@@ -105,21 +102,17 @@ def reader_that_stays(station):
 def lock_on_writing(station):
     engine = connected(station)
     train = rows(station, MOVED)[0][0]
-    with Holding(station, "BEGIN IMMEDIATE", 3):
-        number = number_of(engine.RitardaTreno, train, 60, 0)
-    none("locked for 3 s: number of the failure", number)
-    with Holding(station, "BEGIN IMMEDIATE", 8):
-        begun = time.monotonic()
-        number = number_of(engine.RitardaTreno, train, 60, 0)
-        waited = time.monotonic() - begun
-    figure("locked for 8 s: number of the failure", hex(number), hex(ground.DATA_FAILURE),
-           number == ground.DATA_FAILURE)
+    with holding(station, "BEGIN IMMEDIATE", 3):
+        failure, _ = outcome(engine.RitardaTreno, train, 60, 0)
+    figure("locked for 3 s: the failure", failure, None, failure is None)
+    with holding(station, "BEGIN IMMEDIATE", 8):
+        failure, waited = outcome(engine.RitardaTreno, train, 60, 0)
+    figure("locked for 8 s: the failure", failure and hex(failure.number), hex(ground.DATA_FAILURE),
+           failure and failure.number == ground.DATA_FAILURE)
     timed("locked for 8 s: seconds until it is told", f"{waited:.1f}", 6, 4.5 <= waited <= 6)
-    with Holding(station, "BEGIN IMMEDIATE", 8):
-        begun = time.monotonic()
-        number = number_of(engine.RegistraEvento, "Arrivo", train, ground.START, "Empoli")
-        waited = time.monotonic() - begun
-    none("locked for 8 s: number of the movement's failure", number)
+    with holding(station, "BEGIN IMMEDIATE", 8):
+        failure, waited = outcome(engine.RegistraEvento, "Arrivo", train, ground.START, "Empoli")
+    figure("locked for 8 s: the movement's failure", failure, None, failure is None)
     timed("locked for 8 s: seconds until a movement is recorded", f"{waited:.1f}", 12, waited <= 12)
     heard = engine.CercaListaTreni(train, "Arrivo")
     figure("locked for 8 s: the movement is in the list", heard, True, heard is True)

@@ -2,12 +2,9 @@
 soon, and no row is changed but those that the joined statement means."""
 
 import os
-import socketserver
-import threading
-import time
 
 import ground
-from ground import figure, host, none, rows, timed
+from ground import figure, none, outcome, rows, timed
 
 TEXTS = ["", "'", "''", "'''", "%", "_", "[a-z]%", "\"", "`", "\\", "/", "../..", "--", "' --",
          "x'; DELETE FROM circolazione; --", "x'; UPDATE enti SET Numero = 0",
@@ -65,23 +62,6 @@ def places():
         f"SELECT Numero FROM circolazione WHERE Stazione LIKE '{text}'")
 
 
-class Speaker(socketserver.StreamRequestHandler):
-    """A speech service that has spoken at once."""
-
-    ANSWERS = {b"SET SELF CLIENT_NAME": b"208 OK\r\n", b"SET SELF NOTIFICATION": b"220 OK\r\n",
-               b"SET SELF SSML_MODE": b"219 OK\r\n", b"SET SELF PRIORITY": b"202 OK\r\n",
-               b"SPEAK": b"230 OK\r\n",
-               b".\r\n": b"225-1\r\n225 OK\r\n702-1\r\n702-0\r\n702 END\r\n"}
-
-    def handle(self):
-        speaking = False
-        for line in self.rfile:
-            if not speaking or line == b".\r\n":
-                for opening in filter(line.startswith, self.ANSWERS):
-                    self.connection.send(self.ANSWERS[opening])
-            speaking = line.startswith(b"SPEAK") or speaking and line != b".\r\n"
-
-
 def contents(station):
     """Every table's rows, each with its train or number first."""
     tables = {"linea.db": ["circolazione", "generalita_treni", "accessi", "linea"],
@@ -91,10 +71,6 @@ def contents(station):
 
 
 def run():
-    os.environ["SPEECHD_ADDRESS"] = "unix_socket:" + os.path.join(ground.folder, "voice")
-    service = socketserver.ThreadingUnixStreamServer(os.path.join(ground.folder, "voice"), Speaker)
-    service.handle_error = lambda *_: None  # a client that has left
-    threading.Thread(target=service.serve_forever, daemon=True).start()
     station = ground.prepared_station("hostile")
     os.chdir(ground.new_station("working"))
     engine = ground.connected(station)
@@ -103,13 +79,11 @@ def run():
     longest, silent = (0, ""), []
     for place, table, call in places():
         for text in TEXTS + [ALL]:
-            begun = time.monotonic()
-            try:
-                call(engine, text)
-            except host.Failure as failure:
-                if failure.number == 0 or not str(failure).split(": ", 1)[1]:
-                    silent.append((place, text[:40]))
-            calls, longest = calls + 1, max(longest, (time.monotonic() - begun, f"{place}: {text[:20]!a}"))
+            failure, seconds = outcome(call, engine, text)
+            if failure and (failure.number == 0 or not str(failure).split(": ", 1)[1]):
+                silent.append((place, text[:40]))
+            calls += 1
+            longest = max(longest, (seconds, f"{place}: {text[:20]!a}"))
             ground.close_slots(engine)
             after = contents(station)
             for name in [name for name in before if before[name] != after[name]]:
