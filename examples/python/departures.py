@@ -44,7 +44,7 @@ if __name__ == "__main__":
         sys.exit(__doc__)
     moment = datetime.datetime.fromisoformat(" ".join(sys.argv[3:]))
     try:
-        for leaves, train, delay, way in departures(*sys.argv[1:3], moment):
+        for leaves, train, delay, way in departures(sys.argv[1], sys.argv[2], moment):
             print(f"{leaves:%H:%M}  {train:>8}  {delay:>5}  {way}")
     except ravelinox.Error as failure:
         sys.exit(f"departures: {failure.number}: {failure.text}")

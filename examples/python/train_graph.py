@@ -145,8 +145,8 @@ movements = [(time, train, kind, stop.station) for train, run in runs.items() fo
              if time is not None and engine.StartTime < time <= end]
 for time, train, kind, station in sorted(movements):
     engine.RegistraEvento(kind, train, time, station)
-late = {train: engine.RicavaRitardo(train, end, 5) for train in runs}
-late = [f"{train} {delay}" for train, delay in late.items() if delay.startswith("+")]
+delays = {train: str(engine.RicavaRitardo(train, end, 5)) for train in runs}
+late = [f"{train} {delay}" for train, delay in delays.items() if delay.startswith("+")]
 print(f"{len(movements)} movements; late by 5 minutes and more: {', '.join(late)}")
 engine.Disconnetti_DB()
 

@@ -2,7 +2,9 @@
 package keeps."""
 
 import contextlib
+import datetime
 import os
+from typing import Union
 
 from ._base import Error, Mark
 from ._engine import (
@@ -25,6 +27,9 @@ from ._engine import (
 MISSING = Mark.MISSING
 EMPTY = Mark.EMPTY
 
+# What a variant may hold. None stands for Null.
+Value = Union[None, Mark, bool, int, float, str, datetime.datetime, Connection, Recordset]
+
 # Shown under the name by which programs import them.
 for _shown in (Connection, CursorLocation, Field, LockType, ObjectState, Recordset, RowWriter,
                ShareMode, TelephoneView, cmdl1):
@@ -33,8 +38,9 @@ del _shown
 
 __all__ = [
     "Connection", "CursorLocation", "EMPTY", "Error", "Field", "LockType", "MISSING",
-    "ObjectState", "Recordset", "RowWriter", "ShareMode", "TelephoneView", "cmdl1",
-    "create_line_database", "create_station_database", "frmTelefonoINdll", "override", "platform",
+    "ObjectState", "Recordset", "RowWriter", "ShareMode", "TelephoneView", "Value",
+    "cmdl1", "create_line_database", "create_station_database", "frmTelefonoINdll", "override",
+    "platform",
 ]
 
 

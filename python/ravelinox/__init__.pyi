@@ -5,8 +5,8 @@ from contextlib import AbstractContextManager
 from typing import Any, Final, Literal, Protocol, Union
 
 class Mark(enum.Enum):
-    MISSING = ...
-    EMPTY = ...
+    MISSING = "an optional parameter that was left out"
+    EMPTY = "a value that nothing was ever assigned to"
     def __bool__(self) -> Literal[False]: ...
 
 MISSING: Final = Mark.MISSING
@@ -18,6 +18,7 @@ Value = Union[None, Mark, bool, int, float, str, datetime.datetime, Connection, 
 class Error(Exception):
     number: int
     text: str
+    def __new__(cls, number: int, text: str = "") -> Error: ...
     def __init__(self, number: int, text: str = "") -> None: ...
 
 class ObjectState(enum.IntEnum):

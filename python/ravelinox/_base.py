@@ -44,3 +44,6 @@ class Mark(enum.Enum):
         return f"ravelinox.{self.name}"
 
     __str__ = __repr__
+
+
+Mark.__module__ = "ravelinox"
