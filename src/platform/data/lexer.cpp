@@ -12,6 +12,7 @@ namespace ravelinox::data {
 namespace {
 
 constexpr std::size_t kLongestStatement = 65536;
+constexpr auto kNoNumber = "this is no number";
 
 enum class CharacterClass : std::uint8_t { none, space, letter, digit, quote, symbol };
 
@@ -29,30 +30,17 @@ constexpr auto kClasses = [] {
   return classes;
 }();
 
-class Lexer {
+/// Goes through a statement token by token.
+class Scanner {
  public:
-  Lexer(std::string_view statement, LexedStatement& result) : text_(statement), out_(result) {}
+  explicit Scanner(std::string_view statement) : text_(statement) {}
 
-  void run() {
-    for (skip_spaces(); at_ < text_.size(); skip_spaces()) {
-      switch (class_at(at_)) {
-        case CharacterClass::letter:
-          word();
-          break;
-        case CharacterClass::quote:
-          quoted_text();
-          break;
-        case CharacterClass::digit:
-          number();
-          break;
-        case CharacterClass::symbol:
-          number_or_symbol();
-          break;
-        default:
-          refuse(text_, at_, "this character has no place outside a text");
-      }
-    }
-    out_.tokens.push_back({TokenKind::end, position(), 0, {}});
+  [[nodiscard]] Token next() {
+    while (class_at(at_) == CharacterClass::space) ++at_;
+    const std::size_t start = at_;
+    const TokenKind kind = start < text_.size() ? skip_token() : TokenKind::end;
+    const std::uint32_t literal = kind == TokenKind::literal ? literals_++ : 0;
+    return {kind, static_cast<std::uint32_t>(start), literal, text_.substr(start, at_ - start)};
   }
 
  private:
@@ -60,56 +48,45 @@ class Lexer {
     return place < text_.size() ? kClasses[static_cast<unsigned char>(text_[place])]
                                 : CharacterClass::none;
   }
-  [[nodiscard]] std::uint32_t position() const { return static_cast<std::uint32_t>(at_); }
 
-  void skip_spaces() {
-    while (class_at(at_) == CharacterClass::space) ++at_;
+  TokenKind skip_token() {
+    switch (class_at(at_)) {
+      case CharacterClass::letter:
+        return skip_word();
+      case CharacterClass::quote:
+        return skip_quoted_text();
+      case CharacterClass::digit:
+        return skip_number();
+      case CharacterClass::symbol:
+        return skip_number_or_symbol();
+      default:
+        refuse(text_, at_, "this character has no place outside a text");
+    }
   }
 
-  void skip_digits() {
-    while (class_at(at_) == CharacterClass::digit) ++at_;
+  TokenKind skip_word() {
+    while (class_at(at_) == CharacterClass::letter || class_at(at_) == CharacterClass::digit) ++at_;
+    return TokenKind::word;
   }
 
-  void add(TokenKind kind, std::size_t length) {
-    const std::string_view piece = text_.substr(at_, length);
-    out_.tokens.push_back({kind, position(), 0, piece});
-    out_.shape += piece;
-    out_.shape += ' ';  // keeps "a b" apart from "ab"
-    at_ += length;
-  }
-
-  void add_literal(std::size_t start, LiteralClass kind, std::string_view text, Number number) {
-    out_.tokens.push_back({TokenKind::literal, static_cast<std::uint32_t>(start),
-                           static_cast<std::uint32_t>(out_.literals.size()),
-                           text_.substr(start, at_ - start)});
-    out_.literals.push_back({kind, start, text, number});
-    out_.shape += static_cast<char>(kind);
-    out_.shape += '\'';  // outside texts, so no word or symbol looks like it
-  }
-
-  void word() {
-    std::size_t end = at_ + 1;
-    while (class_at(end) == CharacterClass::letter || class_at(end) == CharacterClass::digit) ++end;
-    add(TokenKind::word, end - at_);
-  }
-
-  void number_or_symbol() {
-    if (text_[at_] == '.' && class_at(at_ + 1) == CharacterClass::digit) return number();
+  TokenKind skip_number_or_symbol() {
+    if (text_[at_] == '.' && class_at(at_ + 1) == CharacterClass::digit) return skip_number();
     const std::string_view pair = text_.substr(at_, 2);
-    add(TokenKind::symbol, pair == "<=" || pair == ">=" || pair == "<>" ? 2 : 1);
+    at_ += pair == "<=" || pair == ">=" || pair == "<>" ? 2 : 1;
+    return TokenKind::symbol;
   }
 
-  void number() {
+  TokenKind skip_number() {
     const std::size_t start = at_;
     skip_digits();
     if (at_ < text_.size() && text_[at_] == '.') ++at_, skip_digits();
     if (at_ < text_.size() && (text_[at_] == 'e' || text_[at_] == 'E')) skip_exponent();
-    const std::string_view digits = text_.substr(start, at_ - start);
-    const auto value = read_number(digits);
-    if (!value || class_at(at_) == CharacterClass::letter)
-      refuse(text_, start, "this is no number");
-    add_literal(start, value->is_whole ? LiteralClass::whole_number : LiteralClass::number, digits,
-                *value);
+    if (class_at(at_) == CharacterClass::letter) refuse(text_, start, kNoNumber);
+    return TokenKind::literal;
+  }
+
+  void skip_digits() {
+    while (class_at(at_) == CharacterClass::digit) ++at_;
   }
 
   void skip_exponent() {
@@ -118,47 +95,53 @@ class Lexer {
     skip_digits();
   }
 
-  void quoted_text() {
+  /// A doubled apostrophe stands for one and ends nothing.
+  TokenKind skip_quoted_text() {
     const std::size_t start = at_;
-    std::size_t end = closing_quote(start + 1);
-    std::string_view content = text_.substr(start + 1, end - start - 1);
-    if (end + 1 < text_.size() && text_[end + 1] == '\'') content = joined_halves(start, end);
-    at_ = end + 1;
-    add_text(start, content);
-  }
-
-  [[nodiscard]] std::size_t closing_quote(std::size_t from) const {
-    const std::size_t end = text_.find('\'', from);
-    if (end == std::string_view::npos)
-      refuse(text_, at_, "the text that begins here has no closing apostrophe");
-    return end;
-  }
-
-  /// The content of a text with doubled apostrophes; moves `end` to the closing one.
-  [[nodiscard]] std::string_view joined_halves(std::size_t start, std::size_t& end) {
-    const std::size_t first = out_.unquoted.size();
-    out_.unquoted += text_.substr(start + 1, end - start - 1);
-    while (end + 1 < text_.size() && text_[end + 1] == '\'') {
-      const std::size_t half = end + 1;  // its apostrophe is the one that stays
-      end = closing_quote(half + 1);
-      out_.unquoted += text_.substr(half, end - half);
-    }
-    return std::string_view(out_.unquoted).substr(first);
-  }
-
-  void add_text(std::size_t start, std::string_view content) {
-    if (const auto number = read_number(content))
-      return add_literal(start, LiteralClass::number_text, content, *number);
-    unsigned bits = 0;
-    for (const char c : content) bits |= static_cast<unsigned char>(c);
-    add_literal(start, bits < 0x80 ? LiteralClass::ascii_text : LiteralClass::other_text, content,
-                {});
+    do {
+      const std::size_t end = text_.find('\'', at_ + 1);
+      if (end == std::string_view::npos)
+        refuse(text_, start, "the text that begins here has no closing apostrophe");
+      at_ = end + 1;
+    } while (class_at(at_) == CharacterClass::quote);
+    return TokenKind::literal;
   }
 
   std::string_view text_;
-  LexedStatement& out_;
   std::size_t at_ = 0;
+  std::uint32_t literals_ = 0;
 };
+
+/// The text between the apostrophes of a token, with doubled ones made single in `unquoted`.
+std::string_view content_of(const Token& token, std::string& unquoted) {
+  std::string_view rest = token.text.substr(1, token.text.size() - 2);
+  std::size_t quote = rest.find('\'');
+  if (quote == std::string_view::npos) return rest;
+  const std::size_t start = unquoted.size();
+  for (; quote != std::string_view::npos; quote = rest.find('\'')) {
+    unquoted += rest.substr(0, quote + 1);
+    rest.remove_prefix(quote + 2);
+  }
+  unquoted += rest;
+  return std::string_view(unquoted).substr(start);
+}
+
+Literal text_literal(const Token& token, std::string& unquoted) {
+  const std::string_view text = content_of(token, unquoted);
+  if (const auto number = read_number(text))
+    return {LiteralClass::number_text, token.position, text, *number};
+  unsigned bits = 0;
+  for (const char c : text) bits |= static_cast<unsigned char>(c);
+  const auto kind = bits < 0x80 ? LiteralClass::ascii_text : LiteralClass::other_text;
+  return {kind, token.position, text, {}};
+}
+
+Literal number_literal(const Token& token, std::string_view statement) {
+  const auto number = read_number(token.text);
+  if (!number) refuse(statement, token.position, kNoNumber);
+  const auto kind = number->is_whole ? LiteralClass::whole_number : LiteralClass::number;
+  return {kind, token.position, token.text, *number};
+}
 
 }  // namespace
 
@@ -169,12 +152,31 @@ void lex(std::string_view statement, LexedStatement& result) {
   const std::size_t nul = statement.find('\0');
   if (nul != std::string_view::npos) refuse(statement.substr(0, nul), nul, "a NUL stands here");
   result.statement = statement;
-  result.tokens.clear();
   result.literals.clear();
   result.shape.clear();
   result.unquoted.clear();
   result.unquoted.reserve(statement.size());  // so that it never moves under the literals
-  Lexer(statement, result).run();
+  Scanner scanner(statement);
+  std::size_t copied = 0;
+  for (Token token = scanner.next(); token.kind != TokenKind::end; token = scanner.next()) {
+    if (token.kind != TokenKind::literal) continue;
+    const Literal& literal = result.literals.emplace_back(token.text.front() == '\''
+                                                              ? text_literal(token, result.unquoted)
+                                                              : number_literal(token, statement));
+    result.shape += statement.substr(copied, token.position - copied);
+    result.shape += static_cast<char>(literal.kind);
+    result.shape += '\'';
+    copied = token.position + token.text.size();
+  }
+  result.shape += statement.substr(copied);
+}
+
+std::vector<Token> tokens_of(const LexedStatement& statement) {
+  std::vector<Token> tokens;
+  Scanner scanner(statement.statement);
+  do tokens.push_back(scanner.next());
+  while (tokens.back().kind != TokenKind::end);
+  return tokens;
 }
 
 void refuse(std::string_view statement, std::size_t position, const std::string& reason) {

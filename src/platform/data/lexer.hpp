@@ -1,4 +1,5 @@
-// One pass over a statement gives its tokens, its literals and its shape.
+// A pass over every statement gives its literals and its shape; its tokens are wanted only where
+// the shape is new.
 #pragma once
 
 #include <cstddef>
@@ -37,18 +38,17 @@ struct Token {
   TokenKind kind = TokenKind::end;
   std::uint32_t position = 0;
   std::uint32_t literal = 0;  ///< index into the literals
-  std::string_view text;      ///< of a word or a symbol
+  std::string_view text;      ///< as it stands in the statement
 };
 
 /// A statement taken apart. It refers to the statement's text; its buffers are meant to be used
 /// again for the next one.
 struct LexedStatement {
   std::string_view statement;
-  std::vector<Token> tokens;  ///< the last one is `end`
   std::vector<Literal> literals;
 
-  /// The statement with each literal replaced by its class. Two statements with the same shape
-  /// differ in the values of their literals only.
+  /// The statement with each literal replaced by its class and an apostrophe, which stands nowhere
+  /// else. Two statements with the same shape differ in the values of their literals only.
   std::string shape;
 
   std::string unquoted;  ///< holds the texts that had doubled apostrophes
@@ -56,6 +56,9 @@ struct LexedStatement {
 
 /// Throws 0x80040E14 where a character, a number or a text is not well-formed.
 void lex(std::string_view statement, LexedStatement& result);
+
+/// The tokens of a statement that was lexed; the last one is `end`.
+[[nodiscard]] std::vector<Token> tokens_of(const LexedStatement& statement);
 
 /// The error for a statement that is not understood at a place.
 [[noreturn]] void refuse(std::string_view statement, std::size_t position,

@@ -7,6 +7,7 @@
 #include <array>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/data/text_order.hpp"
 
@@ -40,7 +41,8 @@ constexpr auto kComparisons = std::to_array<NamedOperation>({{"=", Operation::eq
 
 class Parser {
  public:
-  explicit Parser(const LexedStatement& statement) : lexed_(statement) {}
+  explicit Parser(const LexedStatement& statement)
+      : lexed_(statement), tokens_(tokens_of(statement)) {}
 
   [[nodiscard]] Statement run() {
     Statement result;
@@ -56,9 +58,9 @@ class Parser {
  private:
   // The tokens.
 
-  [[nodiscard]] const Token& token() const { return lexed_.tokens[at_]; }
+  [[nodiscard]] const Token& token() const { return tokens_[at_]; }
   [[nodiscard]] const Token& following() const {
-    return lexed_.tokens[std::min(at_ + 1, lexed_.tokens.size() - 1)];
+    return tokens_[std::min(at_ + 1, tokens_.size() - 1)];
   }
 
   [[noreturn]] void fail(const std::string& reason) const {
@@ -82,7 +84,7 @@ class Parser {
   [[nodiscard]] std::string_view name(bool keyword_too = false) {
     if (token().kind != TokenKind::word || (!keyword_too && is_keyword(token().text)))
       fail("a name is expected here");
-    return lexed_.tokens[at_++].text;
+    return tokens_[at_++].text;
   }
 
   [[nodiscard]] TableName table_name() {
@@ -253,7 +255,7 @@ class Parser {
     if (token().kind != TokenKind::literal || !lexed_.literals[token().literal].is_text())
       fail("a pattern in apostrophes is expected here");
     result->left = as_sum(std::move(left));
-    result->literal = lexed_.tokens[at_++].literal;
+    result->literal = tokens_[at_++].literal;
     return negated ? inverted(raised(std::move(result))) : raised(std::move(result));
   }
 
@@ -311,7 +313,7 @@ class Parser {
     if (next_is("-")) return negative();
     if (token().kind == TokenKind::literal) {
       ExpressionPtr result = node(Operation::literal);
-      result->literal = lexed_.tokens[at_++].literal;
+      result->literal = tokens_[at_++].literal;
       return result;
     }
     if (take("(")) return parenthesis();
@@ -393,6 +395,7 @@ class Parser {
   };
 
   const LexedStatement& lexed_;
+  std::vector<Token> tokens_;
   std::size_t at_ = 0;
   int depth_ = 0;
 };
