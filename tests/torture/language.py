@@ -2,15 +2,16 @@
 meaning and nothing of how the engine gets there.
 
 A statement is made as a tree, written as a text, and evaluated from the tree; so the text's
-parentheses, cases and blanks are tested too. An expression is a pair of its text and its binding,
-and a function from a row to its value.
+parentheses, cases and blanks are tested too.
 """
 
+import functools
 import operator
 import re
 import sqlite3
 import struct
 from collections import Counter
+from typing import Callable, NamedTuple
 
 import ground
 from ground import none, size
@@ -26,9 +27,6 @@ SCHEMA = {"t": {"N": "INTEGER", "S": "TEXT", "A": "INTEGER", "B": "BOOLEAN", "R"
                 "M": "SMALLINT", "IF": "TEXT"},
           "u": {"K": "INTEGER", "V": "TEXT", "W": "INTEGER", "M": "SMALLINT"}}
 POOL = {"INTEGER": WIDE, "SMALLINT": WHOLE, "REAL": REALS, "TEXT": TEXTS, "BOOLEAN": [True, False]}
-COMPARE = {"=": operator.eq, "<>": operator.ne, "<": operator.lt, "<=": operator.le,
-           ">": operator.gt, ">=": operator.ge}
-COMPUTE = {"+": operator.add, "-": operator.sub, "*": operator.mul, "/": operator.truediv}
 RANGE = {"INTEGER": 1 << 31, "SMALLINT": 1 << 15}
 
 
@@ -69,30 +67,48 @@ def order(value):
     return (1, value.lower() if isinstance(value, str) else value)
 
 
-def compared(sign, left, right):
-    if left is None or right is None:
-        return None
-    return COMPARE[sign](order(left), order(right))
-
-
-def computed(sign, left, right):
-    return None if left is None or right is None else COMPUTE[sign](left, right)
-
-
-def both(sign, left, right):
-    """Three-valued logic."""
-    if sign == "XOR":
-        return None if left is None or right is None else left != right
-    decided = sign == "OR"
-    if decided in (left, right):
-        return decided
-    return None if None in (left, right) else not decided
-
-
 def like(text, pattern):
     """Only "%" is special, and the whole text must match."""
     parts = map(re.escape, pattern.lower().split("%"))
-    return re.fullmatch(".*".join(parts), text.lower(), re.DOTALL) is not None
+    return re.fullmatch(".*".join(parts), str(text).lower(), re.DOTALL) is not None
+
+
+def known(meaning):
+    """Nothing is known where a Null stands."""
+    return lambda left, right: None if left is None or right is None else meaning(left, right)
+
+
+def ordered(meaning):
+    return known(lambda left, right: meaning(order(left), order(right)))
+
+
+def decided_by(truth):
+    """One side may decide, whatever the other is."""
+    return lambda left, right: (truth if truth in (left, right) else
+                                None if None in (left, right) else not truth)
+
+
+# How tightly each sign binds, and what it means. NOT binds with 4, the sign of a number with 8.
+SIGNS = {"XOR": (1, known(operator.ne)), "OR": (2, decided_by(True)), "AND": (3, decided_by(False)),
+         "=": (5, ordered(operator.eq)), "<>": (5, ordered(operator.ne)),
+         "<": (5, ordered(operator.lt)), "<=": (5, ordered(operator.le)),
+         ">": (5, ordered(operator.gt)), ">=": (5, ordered(operator.ge)), "LIKE": (5, known(like)),
+         "NOT LIKE": (5, known(lambda text, pattern: not like(text, pattern))),
+         "+": (6, known(operator.add)), "-": (6, known(operator.sub)),
+         "*": (7, known(operator.mul)), "/": (7, known(operator.truediv))}
+
+
+class Made(NamedTuple):
+    """An expression: its text, how tightly it binds, its value for a row."""
+
+    text: str
+    binding: int
+    value: Callable
+
+
+def literal(value):
+    text = "'" + value.replace("'", "''") + "'" if isinstance(value, str) else str(value)
+    return Made(text, 8 if text[0] == "-" else 9, lambda row: value)
 
 
 class Maker:
@@ -101,140 +117,117 @@ class Maker:
     def __init__(self, random, tables):
         self.random, self.tables = random, tables
 
-    def quoted(self, text):
-        return "'" + text.replace("'", "''") + "'"
+    def bound(self, made, least):
+        """The text of an expression where only one that binds so tightly may stand."""
+        if made.binding < least or self.random.random() < 0.05:
+            return self.random.choice(["( {} )", "({})"]).format(made.text)
+        return made.text
 
-    def wrapped(self, made, least):
-        text, binding, value = made
-        if binding < least or self.random.random() < 0.05:
-            text = self.random.choice(["( {} )", "({})"]).format(text)
-        return text, value
+    def joined(self, left, sign, right):
+        binding, meaning = SIGNS[sign]
+        return Made(f"{self.bound(left, binding)} {sign} {self.bound(right, binding + 1)}", binding,
+                    lambda row: meaning(left.value(row), right.value(row)))
 
     def column(self, scope, *kinds):
         fit = [(name, key) for name, (key, kind) in scope.items() if kind in kinds]
         name, key = self.random.choice(fit)
-        return name, 9, lambda row: row[key]
+        return Made(name, 9, lambda row: row[key])
 
     def number(self, depth, scope):
-        """Bindings: 6 sum, 7 product, 8 a sign, 9 a factor."""
         choice = self.random.random() if depth > 0 else self.random.random() * 0.6
         if choice < 0.4:
             return self.column(scope, "INTEGER", "SMALLINT", "REAL")
         if choice < 0.6:
-            literal = self.random.choice(WHOLE + REALS)
-            text = str(abs(literal))
-            text = self.quoted(text) if choice < 0.45 else text
-            if literal < 0:
-                return "-" + text, 8, lambda row: literal
-            return text, 9, lambda row: literal
-        sign = self.random.choice(list(COMPUTE))
-        left, left_value = self.wrapped(self.number(depth - 1, scope), 7 if sign in "*/" else 6)
-        if sign == "/":
-            divisor = self.random.choice([2, 4, -8])
-            right, right_value = str(divisor), lambda row: divisor
-        else:
-            right, right_value = self.wrapped(self.number(depth - 1, scope), 8 if sign == "*" else 7)
-        return (f"{left} {sign} {right}", 7 if sign in "*/" else 6,
-                lambda row: computed(sign, left_value(row), right_value(row)))
+            value = self.random.choice(WHOLE + REALS)
+            if choice < 0.45:
+                return Made(literal(str(value)).text, 9, lambda row: value)
+            return literal(value)
+        sign = self.random.choice("+-*/")
+        right = (literal(self.random.choice([2, 4, -8])) if sign == "/"
+                 else self.number(depth - 1, scope))
+        return self.joined(self.number(depth - 1, scope), sign, right)
 
     def comparison(self, depth, scope):
         choice = self.random.randrange(10)
-        sign = self.random.choice(["=", *COMPARE])
         if choice < 4:
-            left, one = self.wrapped(self.number(depth - 1, scope), 6)
-            right, other = self.wrapped(self.number(depth - 1, scope), 6)
-            if left.strip("( )")[0] == right.strip("( )")[0] == "'":  # may be two texts, no numbers
-                return self.pattern(scope)
+            left, right = self.number(depth - 1, scope), self.number(depth - 1, scope)
+            if left.text.strip("( )")[0] == right.text.strip("( )")[0] == "'":
+                return self.pattern(scope)  # these may be two texts, no numbers
         elif choice < 6:
-            left, _, one = self.column(scope, "TEXT")
+            left, right = self.column(scope, "TEXT"), literal(self.random.choice(TEXTS))
             if self.random.random() < 0.3:
-                right, _, other = self.column(scope, "TEXT")
-            else:
-                literal = self.random.choice(TEXTS)
-                right, other = self.quoted(literal), lambda row: literal
+                right = self.column(scope, "TEXT")
         elif choice < 7:
             return self.pattern(scope)
         elif choice < 8:
-            left, _, one = self.column(scope, "INTEGER", "TEXT", "REAL", "BOOLEAN", "SMALLINT")
-            no = self.random.choice(["", "NOT "])
-            return (f"{left} IS {no}NULL", 5,
-                    lambda row: (one(row) is None) != bool(no))
+            tested, no = self.column(scope, *POOL), self.random.choice(["", "NOT "])
+            return Made(f"{tested.text} IS {no}NULL", 5,
+                        lambda row: (tested.value(row) is None) != bool(no))
         elif choice < 9 or depth < 2:
-            truth = self.random.choice([True, False])
             if not any(kind == "BOOLEAN" for _, kind in scope.values()):
                 return self.pattern(scope)
-            left, _, one = self.column(scope, "BOOLEAN")
-            right, other = str(truth), lambda row: truth
+            left, right = self.column(scope, "BOOLEAN"), literal(self.random.choice([True, False]))
         else:
             return self.any_of(depth, scope)
         if self.random.random() < 0.3:
-            left, right, one, other = right, left, other, one
-        gap = self.random.choice(["", " "])
-        return f"{left}{gap}{sign}{gap}{right}", 5, lambda row: compared(sign, one(row), other(row))
+            left, right = right, left
+        return self.joined(left, self.random.choice(["=", "=", "<>", "<", "<=", ">", ">="]), right)
 
     def pattern(self, scope):
-        left, _, one = self.column(scope, "TEXT", "INTEGER")
         pattern = self.random.choice(TEXTS + ["1", "-"])
         for _ in range(self.random.randrange(3)):
             at = self.random.randrange(len(pattern) + 1)
             pattern = pattern[:at] + "%" + pattern[at + self.random.randrange(2):]
-        no = self.random.choice(["", "NOT "])
-
-        def value(row):
-            text = one(row)
-            return None if text is None else like(str(text), pattern) != bool(no)
-        return f"{left} {no}LIKE {self.quoted(pattern)}", 5, value
+        sign = self.random.choice(["LIKE", "NOT LIKE"])
+        binding, meaning = SIGNS[sign]
+        text = self.column(scope, "TEXT", "INTEGER")
+        return Made(f"{text.text} {sign} {literal(pattern).text}", binding,
+                    lambda row: meaning(text.value(row), pattern))
 
     def any_of(self, depth, scope):
         """A selection from u; its conditions may reach the columns outside by their full names."""
         inner = dict(scope) | {name: (("u", name), kind) for name, kind in SCHEMA["u"].items()}
         if self.random.random() < 0.6:
-            left, one = self.wrapped(self.number(depth - 1, scope), 6)
-            chosen = self.random.choice(["K", "W", "M"])
+            left, chosen = self.number(depth - 1, scope), self.random.choice(["K", "W", "M"])
         else:
-            left, _, one = self.column(scope, "TEXT")
-            chosen = "V"
+            left, chosen = self.column(scope, "TEXT"), "V"
         where, holds = self.where(depth - 1, inner)
+        _, equal = SIGNS["="]
 
         def value(row):
-            found = [compared("=", one(row), line[("u", chosen)])
+            found = [equal(left.value(row), line[("u", chosen)])
                      for line in self.tables["u"] if holds(row | line) is True]
-            return True if True in found else None if None in found else False
+            return functools.reduce(decided_by(True), found, False)
         head = "SELECT" + self.random.choice(["", " DISTINCT"])
-        return f"{left} = ANY ({head} {chosen} FROM u{where})", 5, value
+        return Made(f"{self.bound(left, 6)} = ANY ({head} {chosen} FROM u{where})", 5, value)
 
     def condition(self, depth, scope):
-        """Bindings: 1 XOR, 2 OR, 3 AND, 4 NOT, 5 a comparison."""
         choice = self.random.random()
         if depth <= 0 or choice < 0.35:
             return self.comparison(depth, scope)
+        inner = self.condition(depth - 1, scope)
         if choice < 0.5:
-            text, inner = self.wrapped(self.condition(depth - 1, scope), 4)
-
-            def negated(row):
-                value = inner(row)
-                return None if value is None else not value
-            return f"NOT {text}", 4, negated
-        sign, binding = self.random.choice([("XOR", 1), ("OR", 2), ("AND", 3)])
-        left, one = self.wrapped(self.condition(depth - 1, scope), binding)
-        right, other = self.wrapped(self.condition(depth - 1, scope), binding + 1)
-        return (f"{left} {sign} {right}", binding,
-                lambda row: both(sign, one(row), other(row)))
+            return Made("NOT " + self.bound(inner, 4), 4,
+                        lambda row: None if inner.value(row) is None else not inner.value(row))
+        return self.joined(inner, self.random.choice(["XOR", "OR", "AND"]),
+                           self.condition(depth - 1, scope))
 
     def where(self, depth, scope):
         if self.random.random() < 0.15:
             return "", lambda row: True
-        text, _, value = self.condition(depth, scope)
-        return f" WHERE {text}", value
+        made = self.condition(depth, scope)
+        return f" WHERE {made.text}", made.value
 
 
 def spelled(statement, random):
     """The same statement in other letter cases and with other blanks, outside its texts."""
     def other(found):
-        word = found.group()
-        cases = [word] if word[0] == "'" else [word, word.upper(), word.lower(), word.capitalize()]
-        return random.choice([" ", " ", "  ", "\t", "\n"] if word == " " else cases)
-    return re.sub(r"'[^']*'|\w+| ", other, statement)
+        text, comparison, blank, word = found.groups()
+        if comparison:
+            return random.choice([comparison, comparison.strip()])
+        return text or random.choice(["  ", "\t", "\n"] if blank else
+                                     [word, word.upper(), word.lower(), word.capitalize()])
+    return re.sub(r"('[^']*')|( [<=>]+ )|( )|(\w+)", other, statement)
 
 
 def in_reach(*tables):
@@ -255,7 +248,7 @@ def select(maker):
         names = in_reach("t", "u")
         source += f" INNER JOIN u ON t.{left} = U.{right}"
         rows = [one | other for one in rows for other in tables["u"]
-                if compared("=", one[("t", left)], other[("u", right)])]
+                if SIGNS["="][1](one[("t", left)], other[("u", right)])]
     where, holds = maker.where(3, names)
     chosen = random.sample(sorted(names), random.randrange(1, 4))
     found = [[row[names[name][0]] for name in chosen] for row in rows if holds(row) is True]
@@ -289,16 +282,14 @@ def update(maker):
     for name in changed:
         kind = SCHEMA["t"][name]
         if kind in ("TEXT", "BOOLEAN"):
-            literal = random.choice(POOL[kind])
-            text = maker.quoted(literal) if kind == "TEXT" else str(literal)
-            values.append((text, 9, lambda row, literal=literal: literal))
+            values.append(literal(random.choice(POOL[kind])))
         else:
             values.append(maker.number(2, scope))
     where, holds = maker.where(2, scope)
-    sets = ", ".join(f"{n} = {v[0]}" for n, v in zip(changed, values))
+    sets = ", ".join(f"{n} = {v.text}" for n, v in zip(changed, values))
     statement = f"UPDATE t SET {sets}{where}"
     try:
-        after = [row | {("t", n): stored(v[2](row), SCHEMA["t"][n]) for n, v in zip(changed, values)}
+        after = [row | {("t", n): stored(v.value(row), SCHEMA["t"][n]) for n, v in zip(changed, values)}
                  if holds(row) is True else row for row in maker.tables["t"]]
     except Overflow:
         after = None
