@@ -29,10 +29,7 @@ def departures(folder, station, moment):
     rows.open("SELECT Numero, Effettiva_partenza FROM circolazione"
               f" WHERE Stazione = '{station}' AND Effettiva_partenza >= {engine.StartTime}"
               f" AND Effettiva_partenza < {engine.StartTime + 3600} ORDER BY Effettiva_partenza")
-    found = []
-    while not rows.end_of_file:
-        found.append((rows.field(0).value, rows.field(1).value))
-        rows.move_next()
+    found = list(rows)  # each a tuple of its values
     rows.close()
     for train, leaves in found:
         yield engine.UnMkTime(leaves), train, engine.RicavaRitardo(train, leaves), engine.CorsaTreno(train)

@@ -66,10 +66,7 @@ COLUMNS = ("Numero, Stazione, Orario_arrivo, Orario_partenza, Effettivo_arrivo,"
 def rows(statement):
     slot = engine.DLLRS3
     slot.open(statement)
-    found = []
-    while not slot.end_of_file:
-        found.append([slot.field(at).value for at in range(slot.field_count)])
-        slot.move_next()
+    found = list(slot)
     slot.close()
     return found
 

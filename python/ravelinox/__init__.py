@@ -36,6 +36,17 @@ for _shown in (Connection, CursorLocation, Field, LockType, ObjectState, Records
     _shown.__module__ = __name__
 del _shown
 
+
+
+def _rows(slot):
+    """The rows from the current one on, each a tuple of its values."""
+    while not slot.end_of_file:
+        yield tuple(slot.field(at).value for at in range(slot.field_count))
+        slot.move_next()
+
+
+Recordset.__iter__ = _rows
+
 __all__ = [
     "Connection", "CursorLocation", "EMPTY", "Error", "Field", "LockType", "MISSING",
     "ObjectState", "Recordset", "RowWriter", "ShareMode", "TelephoneView", "Value",

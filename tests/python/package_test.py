@@ -77,10 +77,7 @@ class DayCase(unittest.TestCase):
     def rows(self, statement):
         slot = self.engine.DLLRS3
         slot.open(statement)
-        found = []
-        while not slot.end_of_file:
-            found.append([slot.field(at).value for at in range(slot.field_count)])
-            slot.move_next()
+        found = list(slot)
         slot.close()
         return found
 
@@ -118,7 +115,7 @@ class Day(DayCase):
         self.engine.RegistraEvento("Arrivo", train, scheduled + 60, STATION)
         committing.join()
         self.assertEqual(self.rows("SELECT Effettivo_arrivo FROM circolazione WHERE Numero ="
-                                   f" {train} AND Stazione = '{STATION}'"), [[scheduled + 60]])
+                                   f" {train} AND Stazione = '{STATION}'"), [(scheduled + 60,)])
 
 
 class Values(DayCase):
