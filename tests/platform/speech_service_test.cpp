@@ -54,11 +54,10 @@ Meeting meet(const SpeechScript& script, const std::string& text = "Forlì",
 TEST(SpeechService, IntroducesItselfAndSpeaks) {
   const Meeting meeting = meet({}, ".È <b>\nl'ora");
   EXPECT_EQ(meeting.failure, std::nullopt);
-  EXPECT_EQ(
-      meeting.heard,
-      (Lines{"SET SELF CLIENT_NAME " + std::to_string(geteuid()) + ":ravelinox:announcements",
-             "SET SELF NOTIFICATION ALL ON", "SET SELF SSML_MODE OFF", "SET SELF PRIORITY MESSAGE",
-             "SPEAK", "..È <b>", "l'ora", ".", "QUIT"}));
+  EXPECT_EQ(meeting.heard,
+            (Lines{"SET SELF CLIENT_NAME " + std::to_string(geteuid()) + ":ravelinox:announcements",
+                   "SET SELF NOTIFICATION ALL ON", "SET SELF SSML_MODE OFF",
+                   "SET SELF PRIORITY MESSAGE", "SPEAK", "..È <b>", "l'ora", ".", "QUIT"}));
   EXPECT_EQ(meet({}, "").heard.size(), 5U) << "nothing is said for an empty text";
 }
 
