@@ -68,8 +68,8 @@ Calendar read(const std::string& weeks, const std::string& dates, const Window& 
   std::map<std::string, std::string> files;
   if (!weeks.empty()) {
     files["calendar.txt"] =
-        "service_id,monday,tuesday,wednesday,thursday,friday,saturday,sunday,start_date,end_"
-        "date\n" +
+        "service_id,monday,tuesday,wednesday,thursday,friday,saturday,sunday,"
+        "start_date,end_date\n" +
         weeks;
   }
   if (!dates.empty()) files["calendar_dates.txt"] = "date,exception_type,service_id\n" + dates;
@@ -77,14 +77,13 @@ Calendar read(const std::string& weeks, const std::string& dates, const Window& 
 }
 
 TEST(Calendar, JoinsWeeksAndExceptionsWithinTheWindow) {
-  const auto calendar = read("s,1,0,0,0,0,0,0,20260401,20260420\nother,1,1,1,1,1,1,1,2020,x\n",
-                             "20260413,2,s\n20260501,1,s\n20270501,1,other\n");
-  EXPECT_EQ(show_day(calendar.first) + show_day(calendar.last), "2026-04-062026-05-01");
-  EXPECT_EQ(calendar.days("s").count(), 3U);  // 6 and 20 April, 1 May
+  const std::string weeks = "s,1,0,0,0,0,0,0,20200101,20991231\nother,1,1,1,1,1,1,1,2020,x\n";
+  const std::string dates =
+      "20260413,2,s\n20260430,1,s\n20260501,1,s\n20260411,1,s\n20260415,1,other\n";
+  const auto calendar = read(weeks, dates, {day("20260412"), day("20260430")});
+  EXPECT_EQ(show_day(calendar.first) + show_day(calendar.last), "2026-04-202026-04-30");
+  EXPECT_EQ(calendar.days("s").count(), 3U);  // 20, 27 and 30 April
   EXPECT_TRUE(calendar.days("other").none());
-  const Window window{day("20260410"), day("20260430")};
-  const auto narrow = read("s,1,0,0,0,0,0,0,20200101,20991231\n", "20260501,1,s\n", window);
-  EXPECT_EQ(show_day(narrow.first) + show_day(narrow.last), "2026-04-132026-04-27");
 }
 
 TEST(Calendar, RefusesWhatItCannotKeep) {

@@ -74,17 +74,11 @@ std::string clock_text(const Variant& time) {
 class MessageRecorder : public TelephoneWindow {
  public:
   void show(const TelephoneView& view) override {
-    const std::size_t last = view.messages.rfind('\n');
-    messages().push_back(view.caller + ": " +
-                         view.messages.substr(last == std::string::npos ? 0 : last + 1));
+    // The last line; without a line's end the search gives the greatest number, and 1 more is 0.
+    messages().push_back(view.caller + ": " + view.messages.substr(view.messages.rfind('\n') + 1));
   }
   bool closed() override { return false; }
 };
-
-Platform surroundings_in(const std::string& folder) {
-  return {std::make_shared<ScriptedRandom>(std::vector<float>{0.0F}), folder,
-          [] { return std::make_unique<MessageRecorder>(); }, nullptr};
-}
 
 }  // namespace
 
@@ -139,7 +133,9 @@ void add_timetable(const std::string& line_file, std::string_view timetable) {
 }
 
 Station::Station(std::string_view timetable, std::string_view name)
-    : surroundings(surroundings_in(folder.path().string())) {
+    : surroundings({std::make_shared<ScriptedRandom>(std::vector<float>{0.0F}),
+                    folder.path().string(), [] { return std::make_unique<MessageRecorder>(); },
+                    nullptr}) {
   create_station_database(station_file);
   create_line_database(line_file);
   fill_station(station_file, name);

@@ -41,6 +41,7 @@ TEST(Queries, ConditionsSelect) {
            {"1", {"A > '9'", "'9' < A", "Y > '9'", "R = 0.1"}},
            {"2", {"A = ' 9.0 '", "X = '9'", "R = '0.3'"}},
            {"1 / 5", {"NOT A = 9"}},
+           {"1 / 2 / 5", {"A > -(8)"}},
            {"", {"A = 'x'", "A <> 'x'", "NOT A < 'x'", "S > '4'"}},
            {"1 / 4 / 5", {"X <> '9'"}},
            // Booleans: anything but 0 is True, and True sorts before False.
@@ -84,7 +85,7 @@ TEST(Queries, WhatIsRefused) {
   for (const auto& [error, statements] : Table<ErrorNumber, std::vector<std::string>>{
            {statement_not_understood,
             {"", "SELECT N FROM t; SELECT N FROM t", "SELECT N FROM t -- all",
-             "SELECT N FROM t WHERE S = 'L'Aquila'",
+             "SELECT N FROM t WHERE S = 'L'Aquila'", "SELECT N FROM t WHERE S = 'x",
              std::string("SELECT N FROM t WHERE S = 'x\0'", 30), "SELECT N FROM t WHERE S = \"x\"",
              "SELECT count(*) FROM t", "SELECT N FROM t WHERE (N = 1) = 1",
              "SELECT N FROM t WHERE N = --1", "SELECT N FROM t WHERE N = Null",

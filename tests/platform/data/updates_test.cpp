@@ -37,11 +37,11 @@ TEST(Updates, WhatFailsChangesNoRow) {
   const std::string before = database.rows("SELECT * FROM t");
   for (const auto& [error, assignments] : Table<ErrorNumber, std::vector<std::string>>{
            {overflow,
-            {"I = I + 1 WHERE N < 3", "I = I * 4294967296 * 4294967296 WHERE N < 3", "S = I",
-             "Y = Y - 1", "Y = True", "R = R * 10", "D = D * 10"}},
+            {"I = I + 1 WHERE N < 3", "I = I * 4294967296 * 4294967296 WHERE N < 3",
+             "I = 2147483648", "S = I", "Y = Y - 1", "Y = True", "R = R * 10", "D = D * 10"}},
            {type_mismatch,
-            {"I = I + 1 WHERE N <> 2", "I = ''", "I = N + 'soon'", "I = T + 1", "R = 'soon'",
-             "B = 'soon'"}},
+            {"I = I + 1 WHERE N <> 2", "I = ''", "I = N + 'soon'", "I = T", "I = T + 1",
+             "R = 'soon'", "B = 'soon'"}},
            {division_by_zero, {"R = N / (N - 2)"}},
            {data_failure, {"T = 'bad'"}}}) {
     for (const std::string& assignment : assignments) {
