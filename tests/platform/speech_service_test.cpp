@@ -44,10 +44,7 @@ Meeting meet(const SpeechScript& script, const std::string& text = "Forlì",
   const TemporaryFolder folder;
   FakeSpeechService fake(folder.file("s"), script);
   SpeechService service(patience, "unix_socket:" + folder.file("s"), "/nowhere/program");
-  const Failure failure = error_of([&] {
-    service.voice()->speak(text);
-    return true;
-  });
+  const Failure failure = error_of([&] { service.voice()->speak(text); });
   return {failure, fake.lines()};
 }
 

@@ -44,6 +44,7 @@ TEST(Queries, ConditionsSelect) {
            {"1 / 2 / 5", {"A > -(8)"}},
            {"", {"A = 'x'", "A <> 'x'", "NOT A < 'x'", "S > '4'"}},
            {"1 / 4 / 5", {"X <> '9'"}},
+           {"2 / 5", {"X < 'abc'"}},
            // Booleans: anything but 0 is True, and True sorts before False.
            {"1 / 3 / 5", {"B = True", "B = '1'", "B < False"}},
            {"", {"N = True"}},
