@@ -83,7 +83,8 @@ TEST(Feed, GivesEachTripItsTrainOrAReason) {
       EXPECT_TRUE(std::ranges::none_of(values, &Variant::is_null));
       continue;
     }
-    for (const std::size_t i : {1U, 2U, 3U, 8U}) train += (i == 1 ? " | " : " ") + joined(values[i]);
+    train += " | " + joined(values[1]);
+    for (const std::size_t i : {2U, 3U, 8U}) train += " " + joined(values[i]);
     EXPECT_EQ(values[2], values[4]);
     EXPECT_EQ(values[3], values[5]);
     EXPECT_TRUE(std::none_of(values.begin() + 6, values.end(), std::mem_fn(&Variant::is_null)));
