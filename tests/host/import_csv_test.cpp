@@ -10,13 +10,10 @@ namespace {
 using ravelinox::testing::Table;
 using Records = std::vector<std::vector<std::string>>;
 
-TextFeed feed_of(const std::string& text) {
-  return TextFeed(std::map<std::string, std::string>{{"f", text}});
-}
+TextFeed feed_of(const std::string& text) { return TextFeed({{"f", text}}); }
 
 Records records(const std::string& text) {
-  const auto feed = feed_of(text);
-  CsvReader reader(feed.open("f"), "f");
+  CsvReader reader(feed_of(text).open("f"), "f");
   Records result;
   for (std::vector<std::string> fields; reader.next(fields);) result.push_back(fields);
   return result;

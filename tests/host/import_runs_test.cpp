@@ -36,26 +36,23 @@ std::string shown(std::int32_t seconds) {
   return seconds % 60 == 0 ? text : text + "+" + std::to_string(seconds % 60);
 }
 
-std::string text_of(const std::vector<std::vector<Call>>& runs) {
-  std::string text;
-  for (const auto& run : runs) {
-    text += text.empty() ? "" : "; ";
-    for (const auto& call : run) {
-      text += &call == &run.front() ? "" : " ";
-      text += static_cast<char>('A' + call.station);
-      text += " " + shown(call.arrival) + "/" + shown(call.departure) + (call.passes ? "p" : "");
-    }
-  }
-  return text;
-}
-
-std::string result(const std::string& text) {
+/// The runs in the form of the rows, or why there are none.
+std::string result(const std::string& rows) {
   Tally adapted;
+  std::string text;
   try {
-    return text_of(make_runs(rows_of(text), adapted, "x"));
+    for (const auto& run : make_runs(rows_of(rows), adapted, "x")) {
+      text += text.empty() ? "" : ";";
+      for (const auto& call : run) {
+        text += text.empty() ? "" : " ";
+        text += static_cast<char>('A' + call.station);
+        text += " " + shown(call.arrival) + "/" + shown(call.departure) + (call.passes ? "p" : "");
+      }
+    }
   } catch (const UnusableTrip& unusable) {
     return unusable.what();
   }
+  return text;
 }
 
 TEST(Runs, ComeOutAsTheEngineNeedsThem) {

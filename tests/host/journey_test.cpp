@@ -44,21 +44,15 @@ TEST(Journey, NeverRunsFasterThanATrainCan) {
   EXPECT_EQ(journey.real_time(-500), 270);  // the dwell of 30 s
 }
 
-// What the component makes of an arrival at Borgo 5 s after it was expected: the departure
-// expected from there becomes the timetable's plus 5, the later stations move by 5.
-std::vector<RunStop> after_arrival(std::vector<RunStop> stops, Timestamp arrived) {
-  const Timestamp deviation = arrived - *stops[1].expected_arrival;
-  stops[1].expected_arrival = arrived;
-  stops[1].expected_departure = *stops[1].scheduled_departure + deviation;
-  return stops;
-}
-
 TEST(Journey, ADelayIsNotCarriedTwice) {
   Journey journey(run_late_by(600), 750);
   EXPECT_EQ(journey.correction(), 0);  // arrivals need none
-  journey.advance(805, after_arrival(journey.stops(), 805));
-  // The train leaves 605 s late, as it would have without the recording; the component, which
-  // then expects 265, would move Cima by 600 s too much.
+  std::vector<RunStop> recorded = journey.stops();
+  recorded[1].expected_arrival = 805;    // 5 s after it was expected, so the component makes
+  recorded[1].expected_departure = 265;  // the departure the timetable's and 5 s
+  journey.advance(805, recorded);
+  // The train leaves 605 s late, as it would have without the recording; the component would move
+  // Cima by 600 s too much.
   EXPECT_EQ(journey.real_time(0), 865);
   EXPECT_EQ(journey.correction(), -600);
 }

@@ -1,4 +1,3 @@
-// A voice that takes its time.
 #include "host/loudspeaker.hpp"
 
 #include <gtest/gtest.h>
@@ -6,28 +5,17 @@
 namespace ravelinox::host {
 namespace {
 
-using namespace std::chrono_literals;
-
-/// Says nothing and does not end before it is let go.
-class HangingVoice : public Voice {
- public:
-  explicit HangingVoice(std::shared_future<void> end) : end_(std::move(end)) {}
-  void speak(const std::string&) override { end_.wait(); }
-
- private:
-  std::shared_future<void> end_;
-};
-
 TEST(Loudspeaker, AHangingVoiceHoldsNothingUp) {
   std::promise<void> end;
   int voices = 0;
   Loudspeaker loudspeaker([&voices, ending = end.get_future().share()] {
     ++voices;
-    return std::make_unique<HangingVoice>(ending);
+    return voice_to([ending](const std::string&) { ending.wait(); })();
   });
   loudspeaker.say("one");
   loudspeaker.say("two");
-  EXPECT_EQ(loudspeaker.failure_within(0s), "the last one has not come to its end");
+  EXPECT_EQ(loudspeaker.failure_within(std::chrono::seconds(0)),
+            "the last one has not come to its end");
   end.set_value();
   EXPECT_EQ(loudspeaker.failure(), "");
   EXPECT_EQ(voices, 1);

@@ -15,7 +15,6 @@ TEST(TrackChanges, LastPieceHoldsAndTheFirstTextIsNone) {
   for (const auto& [list, track] : Table<const char*, const char*>{{"|2345@3|10271@1", "3"},
                                                                    {"|2345@3|2345@4 tr.", "4 tr."},
                                                                    {"2345@3", "none"},
-                                                                   {"", "none"},
                                                                    {"|", "none"},
                                                                    {"|12345@3", "none"},
                                                                    {"|2345@|x@2||2345@7", "7"}}) {

@@ -2,7 +2,7 @@
 
 #include <array>
 #include <cmath>
-#include <thread>
+#include <utility>
 
 #include "platform/defaults.hpp"
 
@@ -26,15 +26,6 @@ TEST(Random, FirstDrawsAfterReseedingAreUniform) {
   // Each of the sixteen holds 4000, give or take six standard deviations.
   for (const int count : counts) EXPECT_NEAR(count, 4000, 400);
   EXPECT_NEAR(neighbours, 4000, 400);
-}
-
-TEST(Random, ThreadsHaveSequencesOfTheirOwn) {
-  const auto source = make_clock_seeded_source();
-  std::array<float, 2> first{};
-  std::thread other([&] { first[0] = source->draw(); });
-  other.join();
-  first[1] = source->draw();
-  EXPECT_NE(first[0], first[1]);
 }
 
 }  // namespace

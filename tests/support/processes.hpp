@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,27 +35,20 @@ inline void wait_for_end(pid_t child) {
 class Environment {
  public:
   Environment(const char* name, const char* value) : name_(name) {
-    const char* before = std::getenv(name);
-    was_set_ = before != nullptr;
-    if (was_set_) before_ = before;
+    if (const char* before = std::getenv(name)) before_ = before;
     set(value);
   }
   Environment(const Environment&) = delete;
   Environment& operator=(const Environment&) = delete;
-  ~Environment() { set(was_set_ ? before_.c_str() : nullptr); }
+  ~Environment() { set(before_ ? before_->c_str() : nullptr); }
 
  private:
   void set(const char* value) const {
-    if (value != nullptr) {
-      setenv(name_, value, 1);
-    } else {
-      unsetenv(name_);
-    }
+    (void)(value != nullptr ? setenv(name_, value, 1) : unsetenv(name_));
   }
 
   const char* name_;
-  bool was_set_ = false;
-  std::string before_;
+  std::optional<std::string> before_;
 };
 
 }  // namespace ravelinox::testing

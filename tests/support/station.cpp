@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <sstream>
+
+#include "support/slot.hpp"
 
 namespace ravelinox::testing {
 
@@ -15,21 +18,11 @@ using Words = std::vector<std::string>;
 
 /// Splits at spaces; a part in apostrophes stays whole and loses them.
 Words words_of(const std::string& line) {
+  static const std::regex word("([^ ']|'[^']*')+");
   Words words;
-  bool quoted = false;
-  bool inside = false;
-  for (const char letter : line) {
-    const bool mark = letter == '\'';
-    if (letter == ' ' && !quoted) {
-      inside = false;
-      continue;
-    }
-    if (!std::exchange(inside, true)) words.emplace_back();
-    if (mark) {
-      quoted = !quoted;
-    } else {
-      words.back() += letter;
-    }
+  for (std::sregex_iterator each(line.begin(), line.end(), word), end; each != end; ++each) {
+    words.push_back(each->str());
+    std::erase(words.back(), '\'');
   }
   return words;
 }
@@ -78,33 +71,14 @@ std::string clock_text(const Variant& time) {
   return (day.count() == 0 ? "" : std::to_string(day.count()) + "+") + format(moment, "h:nn:ss");
 }
 
-/// A statement run by another program, on a connection of its own, and its rows.
-class OtherProgram : public Recordset {
- public:
-  OtherProgram(const std::string& path, const std::string& statement) {
-    auto connection = std::make_shared<Connection>();
-    connection->set_connection_string("Data source = " + path);
-    connection->open();
-    set_active_connection(connection);
-    open(statement);
-  }
-  [[nodiscard]] Variant value(std::int16_t column) { return field(column).value(); }
-};
-
 class MessageRecorder : public TelephoneWindow {
  public:
   void show(const TelephoneView& view) override {
-    const std::size_t last = view.messages.rfind('\n');
-    messages().push_back(view.caller + ": " +
-                         view.messages.substr(last == std::string::npos ? 0 : last + 1));
+    // The last line; without a line's end the search gives the greatest number, and 1 more is 0.
+    messages().push_back(view.caller + ": " + view.messages.substr(view.messages.rfind('\n') + 1));
   }
   bool closed() override { return false; }
 };
-
-Platform surroundings_in(const std::string& folder) {
-  return {std::make_shared<ScriptedRandom>(std::vector<float>{0.0F}), folder,
-          [] { return std::make_unique<MessageRecorder>(); }, nullptr};
-}
 
 }  // namespace
 
@@ -124,16 +98,14 @@ std::string TemporaryFolder::bytes(std::string_view name) const {
 }
 
 std::int32_t at(std::string_view time) {
-  const std::size_t plus = time.find('+');
-  const bool days = plus != std::string_view::npos;
-  std::istringstream text{std::string(days ? time.substr(plus + 1) : time)};
+  std::istringstream text{std::string(time)};
   std::int32_t seconds = 0;
-  std::int32_t part = 0;
-  for (const std::int32_t unit : {3600, 60, 1}) {
-    if (text >> part) seconds += part * unit;
-    text.ignore();  // the colon
+  for (std::int32_t part = 0, unit = 3600; text >> part;) {
+    const bool days = text.get() == '+';
+    seconds += part * (days ? 86400 : unit);
+    if (!days) unit /= 60;
   }
-  return seconds + (days ? std::stoi(std::string(time)) * 86400 : 0);
+  return seconds;
 }
 
 std::vector<std::string>& messages() {
@@ -161,7 +133,9 @@ void add_timetable(const std::string& line_file, std::string_view timetable) {
 }
 
 Station::Station(std::string_view timetable, std::string_view name)
-    : surroundings(surroundings_in(folder.path().string())) {
+    : surroundings({std::make_shared<ScriptedRandom>(std::vector<float>{0.0F}),
+                    folder.path().string(), [] { return std::make_unique<MessageRecorder>(); },
+                    nullptr}) {
   create_station_database(station_file);
   create_line_database(line_file);
   fill_station(station_file, name);
@@ -184,36 +158,27 @@ ScriptedRandom& Station::script(std::vector<float> draws) {
 }
 
 void Station::change(const std::string& line_statement) const {
-  OtherProgram(line_file, line_statement);
+  Slot(connect(line_file)).open(line_statement);
 }
 
 void Station::change_station(const std::string& station_statement) const {
-  OtherProgram(station_file, station_statement);
+  Slot(connect(station_file)).open(station_statement);
 }
 
 std::string Station::query(const std::string& statement) const {
-  OtherProgram rows(line_file, statement);
-  std::string text;
-  for (; !rows.end_of_file(); rows.move_next()) {
-    if (!text.empty()) text += " / ";
-    for (std::int16_t column = 0; column < rows.field_count(); ++column) {
-      text += (column == 0 ? "" : ", ") + joined(rows.value(column));
-    }
-  }
-  return text;
+  return Slot(connect(line_file)).rows(statement);
 }
 
 std::vector<std::string> Station::run(std::int32_t train) const {
-  OtherProgram rows(
-      line_file,
+  Slot rows(connect(line_file));
+  rows.open(
       "SELECT Stazione, Orario_arrivo, Orario_partenza, Effettivo_arrivo, Effettiva_partenza FROM "
       "circolazione WHERE Numero = " +
-          std::to_string(train) + " ORDER BY Orario_arrivo ASC");
+      std::to_string(train) + " ORDER BY Orario_arrivo ASC");
   std::vector<std::string> run;
-  const auto time = [&](std::int16_t column) { return clock_text(rows.value(column)); };
   for (; !rows.end_of_file(); rows.move_next()) {
-    run.push_back(joined(rows.value(0)) + " " + time(1) + " " + time(2) + " expected " + time(3) +
-                  " " + time(4));
+    const auto time = [&](std::int16_t column) { return " " + clock_text(rows.value(column)); };
+    run.push_back(joined(rows.value(0)) + time(1) + time(2) + " expected" + time(3) + time(4));
   }
   return run;
 }

@@ -27,6 +27,8 @@ const TestDatabase& trains() {
   return database;
 }
 
+// Random statements over well-kept tables are put to another evaluator by the torture; here stand
+// the tables and texts that other programs leave.
 TEST(Queries, ConditionsSelect) {
   // The numbers of the rows that satisfy each of the conditions.
   for (const auto& [numbers, conditions] : Table<std::string_view, Conditions>{
@@ -37,18 +39,17 @@ TEST(Queries, ConditionsSelect) {
            {"", {"S = 'Forl'", "S LIKE '%l_'"}},
            // Numbers and quoted numbers, by value; a text among them is never anything.
            {"1", {"A > '9'", "'9' < A", "Y > '9'", "R = 0.1"}},
-           {"2", {"A = ' 9.0 '", "A / 2 = 4.5", "X = '9'", "R = '0.3'"}},
+           {"2", {"A = ' 9.0 '", "X = '9'", "R = '0.3'"}},
            {"1 / 5", {"NOT A = 9"}},
-           {"", {"A = 'x'", "A <> 'x'", "NOT A < 'x'", "S > '4'"}},
            {"1 / 2 / 5", {"A > -(8)"}},
+           {"", {"A = 'x'", "A <> 'x'", "NOT A < 'x'", "S > '4'"}},
            {"1 / 4 / 5", {"X <> '9'"}},
+           {"2 / 5", {"X < 'abc'"}},
            // Booleans: anything but 0 is True, and True sorts before False.
            {"1 / 3 / 5", {"B = True", "B = '1'", "B < False"}},
            {"", {"N = True"}},
-           // Three values, in rising binding XOR, OR, AND, NOT.
-           {"1", {"N = 1 OR N = 2 AND N = 3", "(A) > ((9))"}},
-           {"2", {"N = 1 XOR N = 2 OR N = 1", "NOT (N = 1 OR N > 2)"}},
-           // Subqueries and qualified names, in any case.
+           // XOR, OR, AND, NOT bind ever closer; subqueries and qualified names.
+           {"2", {"N = 1 XOR N = 2 OR N = 1 AND N = 3 OR N = 1", "NOT (N = 1 OR N > 2)"}},
            {"3 / 4 / 5", {"NOT N = ANY (SELECT N FROM u WHERE u.N = T.N)"}},
            {"2 / 4", {"'2' = ANY (SELECT M FROM v WHERE M = N) OR T.\tN = 4"}}}) {
     for (const std::string& condition : conditions) {
@@ -56,17 +57,9 @@ TEST(Queries, ConditionsSelect) {
           << condition;
     }
   }
-}
-
-TEST(Queries, Selections) {
-  for (const auto& [statement, rows] : Table<std::string_view, std::string_view>{
-           {"select * from T where n = 1", "1|Empoli|100|True|0.1|100|100|TI"},
-           {"SELECT N FROM t ORDER BY A DESC", "4 / 1 / 2 / 5 / 3"},
-           {"SELECT DISTINCT V FROM u WHERE N = 1", "uno"},
-           {"SELECT IF, t.IF FROM t WHERE N=2", "ti|ti"},
-           {"SELECT * FROM v INNER JOIN u ON M = N WHERE V LIKE 'd%'", "2|FORLÌ|2|due"},
-       })
-    EXPECT_EQ(trains().rows(statement), rows) << statement;
+  EXPECT_EQ(trains().rows("SELECT N FROM t ORDER BY A DESC"), "4 / 1 / 2 / 5 / 3");
+  EXPECT_EQ(trains().rows("SELECT * FROM v INNER JOIN u ON M = N WHERE V LIKE 'd%'"),
+            "2, FORLÌ, 2, due");
 }
 
 TEST(Queries, RowsAreDrawnFromTheComponentsOwnSource) {
@@ -92,32 +85,17 @@ TEST(Queries, WhatIsRefused) {
   for (int i = 0; i < 200; ++i) long_chain += " OR N = 1";
   for (const auto& [error, statements] : Table<ErrorNumber, std::vector<std::string>>{
            {statement_not_understood,
-            {"",
-             "SELECT N FROM t; SELECT N FROM t",
-             "SELECT N FROM t -- all",
-             "SELECT N FROM t WHERE S = 'L'Aquila'",
-             "SELECT N FROM t WHERE S = 'x",
-             std::string("SELECT N FROM t WHERE S = 'x\0'", 30),
-             "SELECT N FROM t WHERE S = \"x\"",
-             "SELECT count(*) FROM t",
-             "SELECT N + 1 FROM t",
-             "SELECT N FROM t WHERE (N = 1) = 1",
-             "SELECT N FROM t WHERE N = --1",
-             "SELECT N FROM t WHERE N < = 1",
-             "SELECT N FROM t WHERE N = Null",
+            {"", "SELECT N FROM t; SELECT N FROM t", "SELECT N FROM t -- all",
+             "SELECT N FROM t WHERE S = 'L'Aquila'", "SELECT N FROM t WHERE S = 'x",
+             std::string("SELECT N FROM t WHERE S = 'x\0'", 30), "SELECT N FROM t WHERE S = \"x\"",
+             "SELECT count(*) FROM t", "SELECT N FROM t WHERE (N = 1) = 1",
+             "SELECT N FROM t WHERE N = --1", "SELECT N FROM t WHERE N = Null",
              "SELECT N FROM t WHERE N = ANY (SELECT N, V FROM u)",
              "SELECT N FROM t WHERE N = ANY (UPDATE u SET N = 1)",
              "SELECT N FROM t WHERE N = ANY (SELECT N FROM u ORDER BY Rnd(N))",
-             "SELECT N FROM t WHERE " + long_chain,
-             "DELETE FROM t",
-             "DROP TABLE t",
-             "UPDATE t SET N = 1, WHERE N = 1",
-             "UPDATE v SET M = 1"}},
-           {no_such_table,
-            {
-                "SELECT N FROM missing",
-                "SELECT name FROM sqlite_schema",
-            }},
+             "SELECT N FROM t WHERE " + long_chain, "DELETE FROM t",
+             "UPDATE t SET N = 1, WHERE N = 1", "UPDATE v SET M = 1"}},
+           {no_such_table, {"SELECT N FROM missing", "SELECT name FROM sqlite_schema"}},
            {no_such_column,
             {"SELECT Q FROM t", "SELECT rowid FROM t", "SELECT u.N FROM t",
              "SELECT N FROM t INNER JOIN u ON t.N = u.N", "UPDATE t SET Q = 1"}}}) {
