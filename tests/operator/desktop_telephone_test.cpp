@@ -12,12 +12,8 @@
 #include "support/processes.hpp"
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::children;
-using testing::open_descriptors;
-using testing::wait_for_end;
 
 constexpr std::chrono::hours never_again{1};
 constexpr std::chrono::milliseconds at_once{0};
@@ -40,7 +36,7 @@ class Desk {
     return reader.update(view) ? view.caller + "|" + view.messages : "nothing";
   }
 
-  testing::TemporaryFolder folder;
+  TemporaryFolder folder;
 
  private:
   Platform with_program(const std::string& script, std::chrono::milliseconds retry_after) const {
@@ -53,7 +49,7 @@ class Desk {
     return surroundings;
   }
 
-  testing::Environment display_{"QT_QPA_PLATFORM", "offscreen"};
+  Environment display_{"QT_QPA_PLATFORM", "offscreen"};
   PlatformOverride seams_;
 
  public:
@@ -158,17 +154,17 @@ TEST(DesktopTelephone, TheProgramInheritsNothingFromTheHost) {
 }
 
 TEST(DesktopTelephone, IsFoundNearTheComponentAndNeedsADisplay) {
-  const testing::TemporaryFolder root;
+  const TemporaryFolder root;
   for (const char* place : {"lib", "bin", "libexec", "lib/arch"}) {
     std::filesystem::create_directories(root.path() / place);
   }
   const auto found_from = [&](const char* folder) {
     return desktop_telephone(root.file(folder))() != nullptr;
   };
-  const testing::Environment none[] = {
+  const Environment none[] = {
       {"DISPLAY", nullptr}, {"WAYLAND_DISPLAY", nullptr}, {"QT_QPA_PLATFORM", nullptr}};
   for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-    const testing::Environment display(variable, "x");
+    const Environment display(variable, "x");
     EXPECT_FALSE(found_from("lib"));
     for (const char* place : {"lib", "bin", "libexec"}) {
       const std::filesystem::path program = root.path() / place / "ravelinox-telephone";
@@ -177,7 +173,7 @@ TEST(DesktopTelephone, IsFoundNearTheComponentAndNeedsADisplay) {
       std::filesystem::permissions(program, std::filesystem::perms::owner_all);
       EXPECT_TRUE(found_from("lib")) << place;
       EXPECT_EQ(found_from("lib/arch"), std::string(place) == "libexec") << place;
-      const testing::Environment empty(variable, "");
+      const Environment empty(variable, "");
       EXPECT_FALSE(found_from("lib"));
       std::filesystem::remove(program);
     }
@@ -185,4 +181,4 @@ TEST(DesktopTelephone, IsFoundNearTheComponentAndNeedsADisplay) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -4,15 +4,13 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::error_of;
 
 constexpr const char* log_name = "log_InizializzaOrario.txt";
 
 TEST(EventLog, AppendsRecordsAsTheyStand) {
-  testing::Station station("");
+  Station station("");
   cmdl1& engine = station.engine;
   EXPECT_EQ(error_of([&] { engine.Registra(std::shared_ptr<Object>()); }),
             ErrorNumber::type_mismatch);
@@ -26,10 +24,10 @@ TEST(EventLog, AppendsRecordsAsTheyStand) {
 }
 
 TEST(EventLog, AFolderInTheFilesPlaceIsAnError) {
-  testing::Station station("");
+  Station station("");
   std::filesystem::create_directory(station.folder.file(log_name));
   EXPECT_EQ(error_of([&] { station.engine.Registra("A"); }), ErrorNumber::path_access_error);
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -5,13 +5,9 @@
 #include "passenger/spoken_phrases.hpp"
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
-using testing::at;
-using testing::error_of;
-using testing::Station;
-using testing::Table;
 using Texts = std::vector<std::string>;
 
 /// What was heard, how many voices are still held, and whether the slot of the announcements was
@@ -177,7 +173,7 @@ TEST_F(Announcements, DrawTheGeneralMessages) {
 }
 
 TEST_F(Announcements, FindTheVoiceDataInTheComponentFolderOnly) {
-  const testing::TemporaryFolder elsewhere;
+  const TemporaryFolder elsewhere;
   const std::string name = "Loq.Roberto.tts";
   std::ofstream(elsewhere.file(name)) << "x";
   engine.App_path = elsewhere.path().string();
@@ -205,4 +201,4 @@ TEST(SpokenPhrases, CausesByGroupAndByCode) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -3,11 +3,8 @@
 #include "ravelinox/cmdl1.hpp"
 #include "support/cases.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::error_of;
-using testing::Table;
 
 TEST(CheckLetter, WorkedExamplesAndLimits) {
   cmdl1 engine;
@@ -31,4 +28,4 @@ TEST(CheckLetter, WorkedExamplesAndLimits) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

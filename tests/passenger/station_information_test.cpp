@@ -3,13 +3,8 @@
 #include "passenger/train_categories.hpp"
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::at;
-using testing::error_of;
-using testing::Station;
-using testing::Table;
 
 /// The value of a label in each block, in order.
 std::vector<std::string> values(const std::string& file, const std::string& label) {
@@ -112,4 +107,4 @@ TEST(Categories, AreShownByCodeMarkAndUndertaking) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -2,13 +2,8 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::at;
-using testing::error_of;
-using testing::Station;
-using testing::Table;
 
 TEST(NextArrival, IsTheFirstToComeFromTheNeighbour) {
   Station station(R"(
@@ -77,4 +72,4 @@ TEST(Precedence, NeedsASection) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

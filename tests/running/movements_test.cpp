@@ -4,13 +4,9 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
-using testing::at;
-using testing::error_of;
-using testing::Station;
-using testing::Table;
 using Lines = std::vector<std::string>;
 
 constexpr std::string_view run_of_2345 = R"(
@@ -130,4 +126,4 @@ TEST(MovementList, HoldsWholeNumbersInTheOrderOfRecording) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -2,14 +2,8 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::append;
-using testing::at;
-using testing::error_of;
-using testing::Station;
-using testing::Table;
 
 constexpr std::string_view run_of_2345 = R"(
 2345 R ' 3 '; Firenze - 8:00; Empoli 8:25 8:27; Pontedera 8:45 8:46; Pisa 9:00 -
@@ -136,4 +130,4 @@ TEST(Run, PositionIsWhereTheExpectedArrivalsPutIt) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

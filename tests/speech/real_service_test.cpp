@@ -11,10 +11,8 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::Station;
 
 class RealSpeechService : public ::testing::Test {
  protected:
@@ -54,7 +52,7 @@ class RealSpeechService : public ::testing::Test {
     return text;
   }
 
-  testing::TemporaryFolder folder;
+  TemporaryFolder folder;
   std::function<std::unique_ptr<Voice>()> default_voice = platform().voice;
 };
 
@@ -76,4 +74,4 @@ TEST_F(RealSpeechService, IsStartedAndSaysEveryTextToItsEnd) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

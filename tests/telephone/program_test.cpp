@@ -12,11 +12,8 @@
 #include "ravelinox/platform.hpp"
 #include "support/processes.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::children;
-using testing::open_descriptors;
 
 /// An X display that takes connections and never answers them.
 struct SilentDisplay {
@@ -54,11 +51,10 @@ TEST_F(TelephoneProgram, EndsWithItsHost) {
                                                          silent.wait_for_connection();
                                                          kill(children().at(0), SIGSTOP);
                                                        }}};
-  const testing::Environment display("DISPLAY",
-                                     ("127.0.0.1:" + std::to_string(silent.number)).c_str());
+  const Environment display("DISPLAY", ("127.0.0.1:" + std::to_string(silent.number)).c_str());
   prctl(PR_SET_CHILD_SUBREAPER, 1);  // a program without its host becomes this process's child
   for (const auto& [platform_name, in_the_host] : cases) {
-    const testing::Environment platform("QT_QPA_PLATFORM", platform_name);
+    const Environment platform("QT_QPA_PLATFORM", platform_name);
     const pid_t host = fork();
     if (host == 0) {
       frmTelefonoINdll().RiceviComunicazione("A", "one");
@@ -74,7 +70,7 @@ TEST_F(TelephoneProgram, EndsWithItsHost) {
 }
 
 TEST_F(TelephoneProgram, EndsWithTheThreadThatReceivedTheMessage) {
-  const testing::Environment offscreen("QT_QPA_PLATFORM", "offscreen");
+  const Environment offscreen("QT_QPA_PLATFORM", "offscreen");
   const std::size_t descriptors = open_descriptors();
   std::thread([] {
     frmTelefonoINdll().RiceviComunicazione("A", "one");
@@ -85,8 +81,8 @@ TEST_F(TelephoneProgram, EndsWithTheThreadThatReceivedTheMessage) {
 }
 
 TEST_F(TelephoneProgram, ADisplayThatIsNotThereLeavesTheFormOpenAndNoCoreFile) {
-  const testing::Environment platform("QT_QPA_PLATFORM", "xcb");
-  const testing::Environment display("DISPLAY", ":59999");
+  const Environment platform("QT_QPA_PLATFORM", "xcb");
+  const Environment display("DISPLAY", ":59999");
   TelephoneForm form;
   form.RiceviComunicazione("A", "one");
   siginfo_t end{};
@@ -98,4 +94,4 @@ TEST_F(TelephoneProgram, ADisplayThatIsNotThereLeavesTheFormOpenAndNoCoreFile) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

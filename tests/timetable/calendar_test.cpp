@@ -4,11 +4,8 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::error_of;
-using testing::Table;
 
 DateTime date(int year, unsigned month, unsigned day) {
   using namespace std::chrono;
@@ -67,7 +64,7 @@ TEST(Calendar, DayCodesAdmitDays) {
                                           {" 1 2 3 4 5 e2512 ", new_year_on_monday, true},
                                           {"", wednesday, false},
                                           {"", sunday, false}}) {
-    testing::Station station("1 R '" + std::string(code) + "'");
+    Station station("1 R '" + std::string(code) + "'");
     Recordset list;
     list.set_active_connection(station.engine.DLLCN2.get());
     list.open(train_list_statement("Numero", calendar_day(day)));
@@ -77,4 +74,4 @@ TEST(Calendar, DayCodesAdmitDays) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -5,10 +5,8 @@
 #include "support/cases.hpp"
 #include "support/scripted_random.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::Table;
 
 TEST(DelayCauses, TheDrawPicksFromTheTableOfTheClass) {
   for (const auto& [motive, draw, cause] :
@@ -26,7 +24,7 @@ TEST(DelayCauses, TheDrawPicksFromTheTableOfTheClass) {
                                       {Variant::null(), 0, Variant()},
                                       {5, 0, Variant()}}) {
     Platform surroundings = platform();
-    const auto random = std::make_shared<testing::ScriptedRandom>(std::vector<float>{draw});
+    const auto random = std::make_shared<ScriptedRandom>(std::vector<float>{draw});
     surroundings.random = random;
     const PlatformOverride scripted(surroundings);
     EXPECT_EQ(cmdl1().CausaRitardo(motive), cause) << joined(motive) << " at " << draw;
@@ -36,4 +34,4 @@ TEST(DelayCauses, TheDrawPicksFromTheTableOfTheClass) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -6,12 +6,9 @@
 #include "support/scripted_random.hpp"
 #include "timetable/max.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
-using testing::error_of;
-using testing::ScriptedRandom;
-using testing::Table;
 using Draws = std::vector<float>;
 
 constexpr Timestamp t = 36000;
@@ -96,4 +93,4 @@ TEST(Max, ComparesRoundedNumbersAndKeepsTheKind) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

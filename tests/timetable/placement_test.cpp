@@ -2,14 +2,8 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::append;
-using testing::at;
-using testing::error_of;
-using testing::Station;
-using testing::Table;
 
 /// Prepares 7 January 1970, a Wednesday, from 6:00 without any deviation; all trains on demand run
 /// when `on_demand`, else all of today's do.
@@ -89,4 +83,4 @@ TEST(Placement, AStationWithoutAUsableStablingTrackFails) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

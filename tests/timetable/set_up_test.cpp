@@ -4,14 +4,9 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
-using testing::at;
-using testing::error_of;
-using testing::messages;
-using testing::Station;
-using testing::Table;
 using Lines = std::vector<std::string>;
 
 /// Draws that fall between all chances: no suppression, no order, no deviation.
@@ -182,4 +177,4 @@ TEST(SetUp, FailuresStopItAndKeepWhatWasWritten) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing
