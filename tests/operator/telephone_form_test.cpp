@@ -9,42 +9,39 @@
 namespace ravelinox {
 namespace {
 
-/// What happens to the windows of a form, in order.
+/// A form, and what happens to its windows, in order.
 struct Desk {
+  struct Window : TelephoneWindow {
+    explicit Window(Desk& at) : desk(at) { desk.events.emplace_back("open"); }
+    ~Window() override { desk.events.emplace_back("gone"); }
+    void show(const TelephoneView& view) override {
+      if (desk.fails) throw std::runtime_error("no display");
+      desk.events.push_back(view.caller + "|" + view.messages +
+                            (view.reply_enabled && view.send_enabled ? "|enabled" : ""));
+    }
+    bool closed() override {
+      if (desk.forgets) throw "not a window any more";
+      return std::exchange(desk.operator_closes, false);
+    }
+
+    Desk& desk;
+  };
+
+  Desk() {
+    platform().telephone_window = [this] { return std::make_unique<Window>(*this); };
+  }
+
   std::vector<std::string> events;
   bool operator_closes = false;
   bool fails = false;    ///< to show
   bool forgets = false;  ///< whether it was closed
+  PlatformOverride surroundings{platform()};
+  TelephoneForm form;
 };
-
-class DeskWindow : public TelephoneWindow {
- public:
-  explicit DeskWindow(Desk& desk) : desk_(desk) { desk_.events.emplace_back("open"); }
-  ~DeskWindow() override { desk_.events.emplace_back("gone"); }
-  void show(const TelephoneView& view) override {
-    if (desk_.fails) throw std::runtime_error("no display");
-    desk_.events.push_back(view.caller + "|" + view.messages +
-                           (view.reply_enabled && view.send_enabled ? "|enabled" : ""));
-  }
-  bool closed() override {
-    if (desk_.forgets) throw "not a window any more";
-    return std::exchange(desk_.operator_closes, false);
-  }
-
- private:
-  Desk& desk_;
-};
-
-Platform with_desk(Desk& desk) {
-  Platform surroundings = platform();
-  surroundings.telephone_window = [&desk] { return std::make_unique<DeskWindow>(desk); };
-  return surroundings;
-}
 
 TEST(TelephoneForm, MessagesStackUntilTheAnswerIsSent) {
   Desk desk;
-  const PlatformOverride seams(with_desk(desk));
-  TelephoneForm form;
+  TelephoneForm& form = desk.form;
   form.TreniArrivati.append(1);
   form.RiceviComunicazione("A", "one");
   form.RiceviComunicazione("B", "two");
@@ -65,8 +62,7 @@ TEST(TelephoneForm, MessagesStackUntilTheAnswerIsSent) {
 
 TEST(TelephoneForm, AWindowThatFailsIsReplacedAndShowsAllThatIsUnanswered) {
   Desk desk;
-  const PlatformOverride seams(with_desk(desk));
-  TelephoneForm form;
+  TelephoneForm& form = desk.form;
   desk.fails = true;
   form.RiceviComunicazione("A", "");
   form.RiceviComunicazione("A", "one");
@@ -85,15 +81,13 @@ TEST(TelephoneForm, NeedsNoWindow) {
       nullptr, [] { return nullptr; },
       []() -> std::unique_ptr<TelephoneWindow> { throw std::runtime_error("no display"); }};
   for (const TelephoneWindowFactory& make : none) {
-    Platform surroundings = platform();
-    surroundings.telephone_window = make;
-    const PlatformOverride seams(surroundings);
-    TelephoneForm form;
-    form.RiceviComunicazione("A", "one");
-    form.RiceviComunicazione("A", "two");
-    EXPECT_THROW(form.RiceviComunicazione("A", Variant(std::shared_ptr<Object>())), Error);
-    EXPECT_TRUE(form.is_open());
-    EXPECT_EQ(form.view().messages, "one\r\ntwo");
+    Desk desk;
+    platform().telephone_window = make;
+    desk.form.RiceviComunicazione("A", "one");
+    desk.form.RiceviComunicazione("A", "two");
+    EXPECT_THROW(desk.form.RiceviComunicazione("A", Variant(std::shared_ptr<Object>())), Error);
+    EXPECT_TRUE(desk.form.is_open());
+    EXPECT_EQ(desk.form.view().messages, "one\r\ntwo");
   }
 }
 
