@@ -6,6 +6,8 @@
 namespace ravelinox::testing {
 namespace {
 
+using enum ErrorNumber;
+
 struct Civil {
   std::uint8_t hour, minute, second, day, month;
   std::int16_t year;
@@ -27,14 +29,12 @@ TEST(Clock, TimestampsAndMomentsAreInverse) {
 }
 
 TEST(Clock, WhatIsNoMomentFails) {
-  constexpr auto mismatch = ErrorNumber::type_mismatch;
-  constexpr auto overflow = ErrorNumber::overflow;
   for (const auto& [c, error] :
-       Table<Civil, ErrorNumber>{{Civil{24, 0, 0, 1, 1, 1970}, mismatch},
-                                 {Civil{0, 60, 0, 1, 1, 1970}, mismatch},
-                                 {Civil{0, 0, 60, 1, 1, 1970}, mismatch},
-                                 {Civil{12, 0, 0, 29, 2, 2005}, mismatch},
-                                 {Civil{0, 0, 0, 30, 2, INT16_MIN}, mismatch},
+       Table<Civil, ErrorNumber>{{Civil{24, 0, 0, 1, 1, 1970}, type_mismatch},
+                                 {Civil{0, 60, 0, 1, 1, 1970}, type_mismatch},
+                                 {Civil{0, 0, 60, 1, 1, 1970}, type_mismatch},
+                                 {Civil{12, 0, 0, 29, 2, 2005}, type_mismatch},
+                                 {Civil{0, 0, 0, 30, 2, INT16_MIN}, type_mismatch},
                                  {Civil{3, 14, 8, 19, 1, 2038}, overflow},
                                  {Civil{20, 45, 51, 13, 12, 1901}, overflow},
                                  {Civil{0, 0, 0, 29, 2, INT16_MIN}, overflow}}) {

@@ -7,16 +7,18 @@
 namespace ravelinox::testing {
 namespace {
 
+using enum ErrorNumber;
+
 TEST(Sessions, DisconnectAndConnectAgain) {
   Station station("1 R ' 3 '; A - 8:00; B 9:00 -");
   cmdl1& engine = station.engine;
   const auto old = engine.DLLCN.get();
-  EXPECT_EQ(error_of([&] { engine.Connetti_DBstazione_DLL(); }), ErrorNumber::object_open);
+  EXPECT_EQ(error_of([&] { engine.Connetti_DBstazione_DLL(); }), object_open);
   engine.DLLRS3->open("SELECT * FROM circolazione");  // as a failure leaves it
   engine.Disconnetti_DB();
   EXPECT_EQ(engine.DLLRS->active_connection(), old);
   EXPECT_EQ(engine.DLLRS3->record_count(), 2);
-  EXPECT_EQ(error_of([&] { engine.RitardaTreno(1, 0, 0); }), ErrorNumber::object_closed);
+  EXPECT_EQ(error_of([&] { engine.RitardaTreno(1, 0, 0); }), object_closed);
   engine.Connetti_DBstazione_DLL();
   engine.Connetti_DBlinea_DLL();
   EXPECT_NE(engine.DLLCN.get(), old);
@@ -38,7 +40,7 @@ TEST(Sessions, PropertiesThatAreNotThereFail) {
   engine.DB_linea = "kept";
   create_station_database(folder.file("station.db"));
   engine.Connetti_DBstazione_DLL();
-  EXPECT_EQ(error_of([&] { engine.Imposta_proprieta_pds(); }), ErrorNumber::no_current_record);
+  EXPECT_EQ(error_of([&] { engine.Imposta_proprieta_pds(); }), no_current_record);
   EXPECT_EQ(engine.DLLRS->state(), ObjectState::open);
   EXPECT_EQ(engine.DB_linea, Variant("kept"));
 }

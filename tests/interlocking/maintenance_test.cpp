@@ -8,6 +8,8 @@
 namespace ravelinox::testing {
 namespace {
 
+using enum ErrorNumber;
+
 /// Wears the entity with the ID.
 std::optional<ErrorNumber> wear(Station& station, std::int16_t id) {
   return error_of([&] { station.engine.DecrementaManutenzione(Variant::missing(), 0, id); });
@@ -51,11 +53,11 @@ TEST(Maintenance, WhatCannotWearFails) {
   Station station("");
   add_entity(station, 100, 0.0F);
   add_entity(station, 101, Variant::null());
-  EXPECT_EQ(wear(station, 100), ErrorNumber::division_by_zero);
-  EXPECT_EQ(wear(station, 0), ErrorNumber::type_mismatch);
-  EXPECT_EQ(wear(station, 101), ErrorNumber::invalid_use_of_null);
+  EXPECT_EQ(wear(station, 100), division_by_zero);
+  EXPECT_EQ(wear(station, 0), type_mismatch);
+  EXPECT_EQ(wear(station, 101), invalid_use_of_null);
   station.engine.DLLRS->close();
-  EXPECT_EQ(wear(station, 999), ErrorNumber::no_current_record);
+  EXPECT_EQ(wear(station, 999), no_current_record);
   EXPECT_EQ(station.engine.DLLRS->state(), ObjectState::open);
 }
 

@@ -6,6 +6,8 @@
 namespace ravelinox::testing {
 namespace {
 
+using enum ErrorNumber;
+
 /// A station with one route of class RV to access 2, towards Pontedera.
 struct Junction : Station {
   Junction() : Station("") {
@@ -54,16 +56,13 @@ TEST(SignalAspects, WhatStaysUntouched) {
 }
 
 TEST(SignalAspects, FailuresKeepBothAnswersAndTheSlot) {
-  constexpr auto no_row = ErrorNumber::no_current_record;
-  constexpr auto no_part = ErrorNumber::subscript_out_of_range;
-  constexpr auto mismatch = ErrorNumber::type_mismatch;
   for (const auto& [change, error, line_slot] : Table<std::string, ErrorNumber, bool>{
-           {"itinerari SET Nome = 'x'", no_row, false},
-           {"itinerari SET Segnali = 'S1 S2|V'", no_part, false},
-           {"accessi SET Nome_stazione = 'x'", no_row, true},
-           {"itinerari SET Accesso = 3", no_row, true},
-           {"accessi SET Lista_accessi = 'x|A  2|Pontedera'", mismatch, false},
-           {"accessi SET Lista_accessi = '1|A    2|Pontedera'", mismatch, false}}) {
+           {"itinerari SET Nome = 'x'", no_current_record, false},
+           {"itinerari SET Segnali = 'S1 S2|V'", subscript_out_of_range, false},
+           {"accessi SET Nome_stazione = 'x'", no_current_record, true},
+           {"itinerari SET Accesso = 3", no_current_record, true},
+           {"accessi SET Lista_accessi = 'x|A  2|Pontedera'", type_mismatch, false},
+           {"accessi SET Lista_accessi = '1|A    2|Pontedera'", type_mismatch, false}}) {
     Junction junction;
     junction.add_section("Empoli", "Pontedera", "R", "V", false);
     if (change.starts_with("itinerari")) {

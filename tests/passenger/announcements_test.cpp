@@ -9,6 +9,8 @@
 namespace ravelinox::testing {
 namespace {
 
+using enum ErrorNumber;
+
 using Texts = std::vector<std::string>;
 
 constexpr std::string_view timetable = R"(
@@ -101,19 +103,16 @@ TEST_F(Announcements, AreSpokenToTheLetter) {
 
 TEST_F(Announcements, EndInSilenceOrWithAnErrorAndLeaveTheSlotFree) {
   constexpr std::optional<ErrorNumber> silence;
-  constexpr auto no_text = ErrorNumber::invalid_use_of_null;
-  constexpr auto no_end = ErrorNumber::subscript_out_of_range;
-  constexpr auto mismatch = ErrorNumber::type_mismatch;
   for (const auto& [procedure, train, first, error] :
        Table<const char*, std::int32_t, Variant, std::optional<ErrorNumber>>{
            {"Arrivo", 900, omitted, silence},  // a category that is not announced
            {"Arrivo", 901, omitted, silence},  // passes without stopping
            {"Ritardo", 712, now, silence},     // on time
-           {"Partenza", 999, omitted, ErrorNumber::no_current_record},
-           {"Partenza", 902, omitted, no_end},
-           {"Partenza", 2345, omitted, no_text},
-           {"Arrivo", 712, omitted, mismatch},
-           {"Cambio binario", 712, "7", mismatch}}) {
+           {"Partenza", 999, omitted, no_current_record},
+           {"Partenza", 902, omitted, subscript_out_of_range},
+           {"Partenza", 2345, omitted, invalid_use_of_null},
+           {"Arrivo", 712, omitted, type_mismatch},
+           {"Cambio binario", 712, "7", type_mismatch}}) {
     EXPECT_EQ(error_of([&] { engine.AutAsSintesiVocale(train, procedure, first, omitted); }), error)
         << procedure << " " << train;
     EXPECT_EQ(engine.DLLRS4->state(), ObjectState::closed) << procedure << " " << train;
@@ -123,15 +122,14 @@ TEST_F(Announcements, EndInSilenceOrWithAnErrorAndLeaveTheSlotFree) {
 }
 
 TEST_F(Announcements, TakeTheVoiceFirstAndReportOneThatFails) {
-  failure = Error(ErrorNumber::speech_failure, "hoarse");
-  EXPECT_EQ(error_of([&] { engine.AutAsSintesiVocale(712, "Partenza"); }),
-            ErrorNumber::speech_failure);
+  failure = Error(speech_failure, "hoarse");
+  EXPECT_EQ(error_of([&] { engine.AutAsSintesiVocale(712, "Partenza"); }), speech_failure);
   EXPECT_EQ(engine.DLLRS4->state(), ObjectState::closed);
   cmdl1 unconnected;
   platform().voice = [] { return nullptr; };
   for (const char* procedure : {"Arrivo", "Transito", "?"}) {
     EXPECT_EQ(error_of([&] { unconnected.AutAsSintesiVocale(712, procedure); }),
-              ErrorNumber::cannot_create_object);
+              cannot_create_object);
     platform().voice = nullptr;
   }
 }

@@ -6,6 +6,8 @@
 namespace ravelinox::testing {
 namespace {
 
+using enum ErrorNumber;
+
 TEST(CheckLetter, WorkedExamplesAndLimits) {
   cmdl1 engine;
   const std::string longest(255, 'a');
@@ -15,13 +17,13 @@ TEST(CheckLetter, WorkedExamplesAndLimits) {
            {"abc", "S"}, {1234, "Q"}, {"A", "N"}, {"\u20AC", "Y"}, {"cba", "O"}}) {
     EXPECT_EQ(engine.CheckSumDigit(code), letter) << joined(code);
   }
-  for (const auto& [code, error] : Table<Variant, std::optional<ErrorNumber>>{
-           {longest, {}},
-           {high_early, {}},
-           {"", ErrorNumber::overflow},
-           {longest + "a", ErrorNumber::overflow},
-           {high_late, ErrorNumber::overflow},
-           {Variant::null(), ErrorNumber::invalid_use_of_null}}) {
+  for (const auto& [code, error] :
+       Table<Variant, std::optional<ErrorNumber>>{{longest, {}},
+                                                  {high_early, {}},
+                                                  {"", overflow},
+                                                  {longest + "a", overflow},
+                                                  {high_late, overflow},
+                                                  {Variant::null(), invalid_use_of_null}}) {
     EXPECT_EQ(error_of([&] { return engine.CheckSumDigit(code); }), error);
   }
 }

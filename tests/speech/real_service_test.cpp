@@ -14,8 +14,7 @@
 namespace ravelinox::testing {
 namespace {
 
-class RealSpeechService : public ::testing::Test {
- protected:
+struct RealSpeechService : ::testing::Test {
   RealSpeechService() {
     const std::string home = folder.path().string();
     for (const char* name : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR", "XDG_CACHE_HOME"}) {
@@ -25,18 +24,21 @@ class RealSpeechService : public ::testing::Test {
     std::filesystem::create_directories(folder.path() / "speech-dispatcher/modules");
     // No sound device is needed: the null driver of the sound library stands for one.
     std::ofstream(folder.path() / ".libao") << "default_driver=null\n";
-    std::ofstream(folder.path() / "speech-dispatcher/speechd.conf")
-        << "AudioOutputMethod \"libao\"\n"
-           "AddModule \"scribe\" \"sd_generic\" \"scribe.conf\"\n"
-           "DefaultModule scribe\n"
-           "Timeout 10\n";
+    std::ofstream(folder.path() / "speech-dispatcher/speechd.conf") << R"(
+AudioOutputMethod "libao"
+AddModule "scribe" "sd_generic" "scribe.conf"
+DefaultModule scribe
+Timeout 10
+)";
     std::ofstream(folder.path() / "speech-dispatcher/modules/scribe.conf")
-        << "GenericExecuteSynth \"sleep 0.2; printf %s \\'$DATA\\' >> " + home + "/said\"\n"
-        << "GenericMaxChunkLength 3000\n"
-           "GenericDelimiters \"\"\n"
-           "GenericLanguage \"en\" \"en\" \"utf-8\"\n"
-           "GenericDefaultCharset \"utf-8\"\n"
-           "AddVoice \"en\" \"MALE1\" \"any\"\n";
+        << "GenericExecuteSynth \"sleep 0.2; printf %s \'$DATA\' >> " + home + "/said\""
+        << R"(
+GenericMaxChunkLength 3000
+GenericDelimiters ""
+GenericLanguage "en" "en" "utf-8"
+GenericDefaultCharset "utf-8"
+AddVoice "en" "MALE1" "any"
+)";
   }
 
   ~RealSpeechService() override {

@@ -34,31 +34,25 @@ struct SilentDisplay {
 } silent;
 
 struct TelephoneProgram : ::testing::Test {
-  static Platform with_program() {
-    Platform surroundings = platform();
-    surroundings.telephone_window =
+  TelephoneProgram() {
+    platform().telephone_window =
         desktop_telephone(RAVELINOX_TELEPHONE, std::chrono::milliseconds(0));
-    return surroundings;
   }
-  PlatformOverride seams{with_program()};
+  PlatformOverride surroundings{platform()};
 };
 
 TEST_F(TelephoneProgram, EndsWithItsHost) {
-  // While it starts, while it waits for a display that does not answer, and when it is stopped.
-  const std::pair<const char*, void (*)()> cases[] = {{"offscreen", [] {}},
-                                                      {"xcb", [] { silent.wait_for_connection(); }},
-                                                      {"xcb", [] {
-                                                         silent.wait_for_connection();
-                                                         kill(children().at(0), SIGSTOP);
-                                                       }}};
-  const Environment display("DISPLAY", ("127.0.0.1:" + std::to_string(silent.number)).c_str());
+  const std::string silent_display = "127.0.0.1:" + std::to_string(silent.number);
+  const Environment display("DISPLAY", silent_display.c_str());
   prctl(PR_SET_CHILD_SUBREAPER, 1);  // a program without its host becomes this process's child
-  for (const auto& [platform_name, in_the_host] : cases) {
-    const Environment platform("QT_QPA_PLATFORM", platform_name);
+  enum Moment { starting, waiting_for_its_display, stopped };
+  for (const Moment moment : {starting, waiting_for_its_display, stopped}) {
+    const Environment platform("QT_QPA_PLATFORM", moment == starting ? "offscreen" : "xcb");
     const pid_t host = fork();
     if (host == 0) {
       frmTelefonoINdll().RiceviComunicazione("A", "one");
-      in_the_host();
+      if (moment != starting) silent.wait_for_connection();
+      if (moment == stopped) kill(children().at(0), SIGSTOP);
       raise(SIGKILL);
     }
     waitpid(host, nullptr, 0);

