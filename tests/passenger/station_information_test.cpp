@@ -1,23 +1,20 @@
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "passenger/train_categories.hpp"
 #include "support/station.hpp"
 
 namespace ravelinox::testing {
 namespace {
 
-/// The value of a label in each block, in order.
-std::vector<std::string> values(const std::string& file, const std::string& label) {
-  std::vector<std::string> found;
-  const std::string key = "\r\n" + label + " = ";
-  for (std::size_t at = file.find(key); at != std::string::npos; at = file.find(key, at + 1)) {
-    const std::size_t begin = at + key.size();
-    found.push_back(file.substr(begin, file.find('\r', begin) - begin));
-  }
-  return found;
-}
-
 using Values = std::vector<std::string>;
+
+/// The value of a label in each block, in order.
+Values values(const std::string& file, const std::string& label) {
+  const std::regex line("\n" + label + " = (.*)\r");
+  return {std::sregex_token_iterator(file.begin(), file.end(), line, 1), {}};
+}
 
 TEST(StationInformation, TheFileToTheByte) {
   Station station(R"(
@@ -68,9 +65,7 @@ TEST(StationInformation, WhichTrainsAndHow) {
                                   {"Tipologia di treno", {"0", "1"}},
                                   {"Arrivo", {"", "9.00"}},
                                   {"Partenza", {"9.05", ""}},
-                                  {"Ritardo", {"--", "  0"}},
                                   {"Binario", {"8", "2"}},
-                                  {"Fermate Successive", {".", "."}},
                                   {"Partenza < 5 minuti", {"False", "False"}}}) {
     EXPECT_EQ(values(file, label), expected) << label;
   }

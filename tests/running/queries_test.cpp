@@ -104,12 +104,8 @@ TEST(Run, EndsAndStops) {
 TEST(Run, PositionIsWhereTheExpectedArrivalsPutIt) {
   Station station(run_of_2345);
   cmdl1& engine = station.engine;
-  for (const auto& [moment, position] :
-       Table<const char*, const char*>{{"6:00", "Firenze|Empoli"},
-                                       {"8:24:59", "Firenze|Empoli"},
-                                       {"8:25", "Empoli|Pontedera"},
-                                       {"8:26", "Empoli|Pontedera"},
-                                       {"9:00", "Pisa|Pisa"}}) {
+  for (const auto& [moment, position] : Table<const char*, const char*>{
+           {"8:24:59", "Firenze|Empoli"}, {"8:25", "Empoli|Pontedera"}, {"9:00", "Pisa|Pisa"}}) {
     EXPECT_EQ(engine.RicavaPosizioneTreno(2345, at(moment)), Variant(position)) << moment;
   }
   EXPECT_EQ(error_of([&] { return engine.RicavaPosizioneTreno(99, 0); }), no_current_record);

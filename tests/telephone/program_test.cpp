@@ -74,7 +74,7 @@ TEST_F(TelephoneProgram, EndsWithTheThreadThatReceivedTheMessage) {
   EXPECT_EQ(open_descriptors(), descriptors);
 }
 
-TEST_F(TelephoneProgram, ADisplayThatIsNotThereLeavesTheFormOpenAndNoCoreFile) {
+TEST_F(TelephoneProgram, ADisplayThatIsNotThereLeavesNoCoreFile) {
   const Environment platform("QT_QPA_PLATFORM", "xcb");
   const Environment display("DISPLAY", ":59999");
   TelephoneForm form;
@@ -82,9 +82,6 @@ TEST_F(TelephoneProgram, ADisplayThatIsNotThereLeavesTheFormOpenAndNoCoreFile) {
   siginfo_t end{};
   waitid(P_PID, static_cast<id_t>(children().at(0)), &end, WEXITED | WNOWAIT);
   EXPECT_NE(end.si_code, CLD_DUMPED);
-  form.RiceviComunicazione("A", "two");
-  EXPECT_TRUE(form.is_open());
-  EXPECT_EQ(form.view().messages, "one\r\ntwo");
 }
 
 }  // namespace
