@@ -125,13 +125,10 @@ TEST_F(Announcements, TakeTheVoiceFirstAndReportOneThatFails) {
   failure = Error(speech_failure, "hoarse");
   EXPECT_EQ(error_of([&] { engine.AutAsSintesiVocale(712, "Partenza"); }), speech_failure);
   EXPECT_EQ(engine.DLLRS4->state(), ObjectState::closed);
-  cmdl1 unconnected;
   platform().voice = [] { return nullptr; };
-  for (const char* procedure : {"Arrivo", "Transito"}) {
-    EXPECT_EQ(error_of([&] { unconnected.AutAsSintesiVocale(712, procedure); }),
-              cannot_create_object);
-    platform().voice = nullptr;
-  }
+  EXPECT_EQ(error_of([] { cmdl1().AutAsSintesiVocale(712, "Arrivo"); }), cannot_create_object);
+  platform().voice = nullptr;
+  EXPECT_EQ(error_of([] { cmdl1().AutAsSintesiVocale(0, "?"); }), cannot_create_object);
 }
 
 TEST_F(Announcements, DrawTheGeneralMessages) {

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QScrollBar>
-#include <QStringList>
 #include <QTest>
 #include <ostream>
 #include <string>
@@ -35,27 +34,26 @@ struct Desk {
   QTimer& timer = control<QTimer>("tmrFocus");
 };
 
-/// The controls in tab order with their places and sizes, as the window itself tells them.
-QStringList laid_out(QWidget& panel) {
-  QStringList controls;
+/// The controls in tab order, each with its name, its index if it has one, its place and its size.
+std::string laid_out(QWidget& panel) {
+  QString controls;
   for (QWidget* at = panel.nextInFocusChain(); at != &panel; at = at->nextInFocusChain()) {
     if (at->parentWidget() != &panel) continue;  // a part of a control
     const QRect place = at->geometry();
-    const QString index = at->property("index").toString();
-    controls += at->objectName() + (index.isEmpty() ? "" : "(" + index + ")") +
-                QString(" %1,%2 ").arg(place.left()).arg(place.top()) +
-                QString("%1x%2").arg(place.width()).arg(place.height());
+    controls += at->objectName() + at->property("index").toString();
+    controls += QString(" %1,%2 ").arg(place.left()).arg(place.top());
+    controls += QString("%1x%2; ").arg(place.width()).arg(place.height());
   }
-  return controls;
+  return controls.toStdString();
 }
 
 TEST(TelephonePanel, OpensWithItsControlsReadableInTheirPlaces) {
   Desk desk;
   EXPECT_EQ(desk.panel.windowTitle(), "Telefono: chiamate in ricezione");
-  EXPECT_EQ(laid_out(desk.panel).join("; ").toStdString(),
+  EXPECT_EQ(laid_out(desk.panel),
             "cmdInvia 232,176 81x25; cmbMessaggio 16,136 297x21; frm1 8,96 321x9; "
-            "lbl1(1) 8,112 113x17; lblChiamante 104,8 217x17; lblMessaggio 16,32 305x57; "
-            "lbl1(0) 8,8 97x17");
+            "lbl11 8,112 113x17; lblChiamante 104,8 217x17; lblMessaggio 16,32 305x57; "
+            "lbl10 8,8 97x17; ");
   EXPECT_EQ(desk.reply.currentText(), "Selezionare risposta");
   EXPECT_EQ(desk.reply.count(), 1);
   EXPECT_EQ(desk.reply.itemText(0), "OK");
