@@ -20,7 +20,7 @@ void add_entity(Station& station, int id, const Variant& state) {
 }
 
 TEST(Maintenance, WearGrowsWithTheDrawAndTheWearSoFar) {
-  for (const auto& [state, chance, draw, left] : Table<float, int, float, float>{
+  for (const auto& [state, chance, draw, left] : Table<float, std::int16_t, float, float>{
            {10, 100, 0.5F, 9.995F},
            {0.5F, 100, 0.5F, 0.4F},
            {0.00005F, 1, 0.5F, 0},
@@ -29,7 +29,7 @@ TEST(Maintenance, WearGrowsWithTheDrawAndTheWearSoFar) {
     Station station("");
     add_entity(station, 100, state);
     station.script({draw});
-    station.engine.Global_ProbabilitaGuasti = static_cast<std::int16_t>(chance);
+    station.engine.Global_ProbabilitaGuasti = chance;
     EXPECT_EQ(wear(station, 100), std::nullopt);
     EXPECT_EQ(station.engine.RicavaStatoManutenzione("", 0, 100), left)
         << state << " worn by " << chance << " at " << draw;

@@ -16,11 +16,10 @@ namespace ravelinox::testing {
 namespace {
 
 constexpr std::chrono::hours never_again{1};
-constexpr std::chrono::milliseconds at_once{0};
 
 /// A desk whose window program is a script: descriptor 3 is its socket, 4 its feed.
 struct Desk {
-  explicit Desk(const std::string& script, std::chrono::milliseconds retry_after = at_once) {
+  explicit Desk(const std::string& script, std::chrono::milliseconds retry_after = {}) {
     if (!script.empty()) {
       std::ofstream(program) << script;
       std::filesystem::permissions(program, std::filesystem::perms::owner_all);
@@ -91,13 +90,12 @@ TEST(DesktopTelephone, AProgramThatDiesAtOnceIsNotStartedForEveryMessage) {
 }
 
 TEST(DesktopTelephone, TheAnswerCountsWhoeverCollectsTheProgram) {
-  using Host = void (*)();
-  const Host hosts[] = {
+  void (*const hosts[])() = {
       [] {},                             // leaves it
       [] { waitpid(-1, nullptr, 0); },   // collects all its children
       [] { signal(SIGCHLD, SIG_IGN); },  // ignores their end
   };
-  for (const Host& host : hosts) {
+  for (const auto& host : hosts) {
     Desk desk("#!/bin/sh\nhead -c 1 <&3\ncat <&4 >${0%/*}/told\nprintf . >&3\n");
     desk.message_to_its_end("one");
     host();

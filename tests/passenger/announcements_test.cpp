@@ -10,7 +10,6 @@ namespace ravelinox::testing {
 namespace {
 
 using enum ErrorNumber;
-
 using Texts = std::vector<std::string>;
 
 constexpr std::string_view timetable = R"(

@@ -34,7 +34,7 @@ TEST(NextArrival, IsTheFirstToComeFromTheNeighbour) {
 
 /// Two trains that gain p and q seconds of delay on the section behind Signa.
 TEST(Precedence, ComparesTheDelayGainedBehindTheStation) {
-  for (const auto& [p, q, second_first] : Table<int, int, bool>{
+  for (const auto& [p, q, second_first] : Table<std::int16_t, std::int16_t, bool>{
            {1, -30, true}, {120, 120, true}, {120, 121, false}, {0, -30, false}}) {
     Station station(R"(
 1 R ' 3 '; Empoli - 8:00; Signa 8:10 8:11; Pisa 8:30 8:31
@@ -43,7 +43,7 @@ TEST(Precedence, ComparesTheDelayGainedBehindTheStation) {
     cmdl1& engine = station.engine;
     for (const auto& [train, gained] : {std::pair(1, p), std::pair(2, q)}) {
       engine.RitardaTreno(train, 60, 0);
-      engine.RitardaTreno(train, static_cast<std::int16_t>(gained), at("8:20"));
+      engine.RitardaTreno(train, gained, at("8:20"));
     }
     EXPECT_EQ(engine.AnalisiPrecedenza(1, 2, "Empoli"), second_first) << p << " and " << q;
     // From another station the first section of each run counts, where both gain a minute.

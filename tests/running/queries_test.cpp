@@ -12,12 +12,8 @@ constexpr std::string_view run_of_2345 = R"(
 )";
 
 TEST(Delay, IsRoundedDownAndSigned) {
-  for (const auto& [seconds, step, delay] :
-       Table<std::int16_t, std::uint8_t, const char*>{{std::int16_t{59}, 0, "  0"},
-                                                      {std::int16_t{60}, 0, "+ 1"},
-                                                      {std::int16_t{-61}, 0, "- 2"},
-                                                      {std::int16_t{840}, 5, "+ 10"},
-                                                      {std::int16_t{-60}, 5, "- 5"}}) {
+  for (const auto& [seconds, step, delay] : Table<std::int16_t, std::uint8_t, const char*>{
+           {59, 0, "  0"}, {60, 0, "+ 1"}, {-61, 0, "- 2"}, {840, 5, "+ 10"}, {-60, 5, "- 5"}}) {
     Station station(run_of_2345, "Siena");
     station.engine.RitardaTreno(2345, seconds, 0);
     EXPECT_EQ(station.engine.RicavaRitardo(2345, at("8:59"), step), Variant(delay))

@@ -8,7 +8,6 @@ namespace ravelinox::testing {
 namespace {
 
 using enum ErrorNumber;
-
 using Lines = std::vector<std::string>;
 
 /// Draws that fall between all chances: no suppression, no order, no deviation.
