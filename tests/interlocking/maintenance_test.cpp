@@ -24,7 +24,7 @@ TEST(Maintenance, WearGrowsWithTheDrawAndTheWearSoFar) {
            {10, 100, 0.5F, 9.995F},
            {0.5F, 100, 0.5F, 0.4F},
            {0.00005F, 1, 0.5F, 0},
-           {1, 3, 0.05F, 0.9998F},    // 0.00015, a half
+           {10, 1, 0.5F, 9.9999F},    // 0.00005, a half
            {100, 5, 0.999F, 100}}) {  // 0.00004995 is below the fourth place
     Station station("");
     add_entity(station, 100, state);

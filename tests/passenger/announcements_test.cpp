@@ -16,7 +16,7 @@ constexpr std::string_view timetable = R"(
 712 IC ' 3 ' cause='MV 01'
   Roma - 8:00; Empoli 9:03 9:05 track=4; Siena 9:20 9:22; Pisa 9:30 9:30
   Forlì 9:40 9:41; Milano 10:00 -
-2345 R ' 3 ' cause='CS 01' if=FART; Caserta - 7:30; Empoli 8:15 - track='2 bis'
+2345 R ' 3 ' cause='CS 01' if=FARÙ; Caserta - 7:30; Empoli 8:15 - track='2 bis'
 2347 R ' 3 ' if=FARTù; Empoli - 0:05 track=3; Napoli 10:00 -
 900 EN ' 3 '; Roma - 8:00; Empoli 9:03 9:05; Milano 10:00 -
 901 R ' 3 '; Roma - 8:00; Empoli 9:03 9:03; Milano 10:00 -
@@ -44,14 +44,14 @@ struct Announcements : ::testing::Test {
   Texts heard;
   int voices_held = 0;
   std::optional<Error> failure;  ///< of the texts to come
-  const Variant now{at("8:12")};
+  const Variant now{at("8:14")};
   const Variant none = Variant::null();
   const Variant omitted = Variant::missing();
 };
 
 TEST_F(Announcements, AreSpokenToTheLetter) {
   station.change(
-      "UPDATE circolazione SET Effettiva_partenza = Effettiva_partenza + 600 WHERE Orario_arrivo "
+      "UPDATE circolazione SET Effettiva_partenza = Effettiva_partenza + 840 WHERE Orario_arrivo "
       "IS NULL");
   for (const auto& [procedure, train, first, second, sentence] :
        Table<std::string, std::int32_t, Variant, Variant, std::string>{
