@@ -50,6 +50,7 @@ TEST(SignalAspects, WhatStaysUntouched) {
   junction.engine.Aspetto_sgn = "before";
   junction.engine.Ric_sgn = true;
   EXPECT_EQ(junction.aspect("S1"), "before, changed");
+  EXPECT_EQ(junction.aspect(Variant::null()), "before, changed");
   // Another signal shows the route's class, whatever the line.
   EXPECT_EQ(junction.aspect("s1"), "s1|RV, changed");
   EXPECT_EQ(junction.aspect(Variant::missing()), "|RV, changed");

@@ -25,14 +25,14 @@ TEST(Calendar, EasterMonday) {
 }
 
 TEST(Calendar, HolidaysAreSundaysEasterMondayAndTenDates) {
-  int holidays = 0;
-  for (auto day = date(2026, 1, 1); day.year() == 2026;
+  std::string on_weekdays;
+  for (auto day = date(2025, 1, 1); day.year() == 2025;
        day = DateTime(day.moment() + std::chrono::days(1))) {
-    holidays += calendar_day(day).holiday ? 1 : 0;
+    const CalendarDay today = calendar_day(day);
+    EXPECT_TRUE(today.holiday || today.weekday != 0) << today.date_code;
+    if (today.holiday && today.weekday != 0) on_weekdays += today.date_code + " ";
   }
-  EXPECT_EQ(holidays, 52 + 1 + 10 - 1);  // 1 November 2026 is a Sunday
-  EXPECT_TRUE(calendar_day(date(2026, 4, 6)).holiday);
-  EXPECT_TRUE(calendar_day(date(2028, 1, 1)).holiday);
+  EXPECT_EQ(on_weekdays, "0101 0601 2104 2504 0105 0206 1508 0111 0812 2512 2612 ");
 }
 
 TEST(Calendar, DayCodesAdmitDays) {

@@ -33,19 +33,20 @@ TEST(ExpectedTimes, ArrivalOfTodayCarriesTheDelayAndNeverPrecedesTheLastDepartur
 }
 
 TEST(ExpectedTimes, DepartureOfTodayKeepsDwellAndTime) {
+  // Each with a running delay of 7 seconds, which an origin wins back.
   const RowTimes origin = times(Variant::null(), t, Variant::null());
   const RowTimes late_stop = times(t - 60, t, t + 200);
   const RowTimes early_stop = times(t - 60, t, t - 100);
   const RowTimes no_stop = times(Variant::null(), t, t - 100);  // though in the run's middle
   for (const auto& [what, draws, row, expected] : Table<const char*, Draws, RowTimes, Timestamp>{
-           {"origin, deviated and recovered", {0.75F, 0.25F, 0.5F, 0}, origin, t + 75 - 25 - 30},
+           {"origin, all that counts", {0.75F, 0.25F, 0.5F, 0}, origin, t + 75 - 25 - 30 - 7},
            {"origin, at most a minute early", {0, 0.9F, 0, 0.999F}, origin, t - 60},
            {"dwell after a late arrival", {0, 0, 0, 0}, late_stop, t + 230},
            {"not before its time less the draw", {0, 0, 0.999F, 0.5F}, early_stop, t - 30},
-           {"pass, early as it comes", {0, 0, 0.999F}, times(t, t, t - 200), t - 59},
-           {"no stop", {0, 0, 0}, no_stop, t}}) {
+           {"pass, early as it comes", {0, 0, 0.999F}, times(t, t, t - 200), t + 7 - 59},
+           {"no stop", {0, 0, 0}, no_stop, t + 7}}) {
     ScriptedRandom random(draws);
-    EXPECT_EQ(expected_departure_today(random, 100, {}, t, row), expected) << what;
+    EXPECT_EQ(expected_departure_today(random, 100, {7, 0}, t, row), expected) << what;
     EXPECT_EQ(random.draws, draws.size()) << what;
   }
 }

@@ -61,7 +61,7 @@ TEST(SetUp, TrainsOfTodayRunFromAnHourBeforeTheStart) {
 3 R ' 3 '; A - 3+23:30; B 3+23:50 4+0:10; C 4+1:00 -
 )");
   set_up(station);
-  EXPECT_EQ(station.run(1)[0], "A - 5:00:00 expected - 5:00:00");
+  EXPECT_EQ(station.run(1)[1], "B 7:00:00 - expected 7:00:00 -");
   EXPECT_EQ(station.run(2),
             (Lines{"A - 6+5:00:01 expected - 6+5:00:01", "B 6+7:00:00 - expected 6+7:00:00 -"}));
   // A run across midnight keeps increasing.
