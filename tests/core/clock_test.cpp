@@ -3,11 +3,10 @@
 #include "ravelinox/cmdl1.hpp"
 #include "support/cases.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
-using testing::error_of;
-using testing::Table;
+using enum ErrorNumber;
 
 struct Civil {
   std::uint8_t hour, minute, second, day, month;
@@ -19,37 +18,25 @@ std::int32_t timestamp_of(const Civil& c) {
 }
 
 TEST(Clock, TimestampsAndMomentsAreInverse) {
-  for (const auto& [c, timestamp] :
-       Table<Civil, std::int32_t>{{Civil{0, 0, 0, 1, 1, 1970}, 0},
-                                  {Civil{0, 0, 0, 2, 1, 1970}, 86400},
-                                  {Civil{23, 59, 59, 31, 12, 1969}, -1},
-                                  {Civil{12, 0, 0, 29, 2, 2004}, 1078056000},
-                                  {Civil{0, 0, 0, 3, 4, 2005}, 1112486400},
-                                  {Civil{3, 14, 7, 19, 1, 2038}, INT32_MAX},
-                                  {Civil{20, 45, 52, 13, 12, 1901}, INT32_MIN}}) {
-    EXPECT_EQ(timestamp_of(c), timestamp);
-    const DateTime moment = cmdl1().UnMkTime(timestamp);
-    EXPECT_EQ(std::tuple(moment.year(), moment.month(), moment.day()),
-              std::tuple(c.year, c.month, c.day));
-    EXPECT_EQ(std::tuple(moment.hour(), moment.minute(), moment.second()),
-              std::tuple(c.hour, c.minute, c.second));
+  for (const auto& [civil, timestamp, moment] : Table<Civil, std::int32_t, const char*>{
+           {Civil{0, 0, 0, 1, 1, 1970}, 0, "1/1/1970 0:0:0"},
+           {Civil{12, 0, 0, 29, 2, 2004}, 1078056000, "29/2/2004 12:0:0"},
+           {Civil{3, 14, 7, 19, 1, 2038}, INT32_MAX, "19/1/2038 3:14:7"},
+           {Civil{20, 45, 52, 13, 12, 1901}, INT32_MIN, "13/12/1901 20:45:52"}}) {
+    EXPECT_EQ(timestamp_of(civil), timestamp);
+    EXPECT_EQ(format(cmdl1().UnMkTime(timestamp), "d/m/yyyy h:n:s"), moment);
   }
 }
 
 TEST(Clock, WhatIsNoMomentFails) {
-  constexpr auto mismatch = ErrorNumber::type_mismatch;
-  constexpr auto overflow = ErrorNumber::overflow;
   for (const auto& [c, error] :
-       Table<Civil, ErrorNumber>{{Civil{24, 0, 0, 1, 1, 1970}, mismatch},
-                                 {Civil{0, 60, 0, 1, 1, 1970}, mismatch},
-                                 {Civil{0, 0, 60, 1, 1, 1970}, mismatch},
-                                 {Civil{0, 0, 0, 0, 1, 1970}, mismatch},
-                                 {Civil{0, 0, 0, 1, 13, 1970}, mismatch},
-                                 {Civil{12, 0, 0, 29, 2, 2005}, mismatch},
-                                 {Civil{0, 0, 0, 30, 2, INT16_MIN}, mismatch},
+       Table<Civil, ErrorNumber>{{Civil{24, 0, 0, 1, 1, 1970}, type_mismatch},
+                                 {Civil{0, 60, 0, 1, 1, 1970}, type_mismatch},
+                                 {Civil{0, 0, 60, 1, 1, 1970}, type_mismatch},
+                                 {Civil{12, 0, 0, 29, 2, 2005}, type_mismatch},
+                                 {Civil{0, 0, 0, 30, 2, INT16_MIN}, type_mismatch},
                                  {Civil{3, 14, 8, 19, 1, 2038}, overflow},
                                  {Civil{20, 45, 51, 13, 12, 1901}, overflow},
-                                 {Civil{0, 0, 0, 1, 1, 5}, overflow},
                                  {Civil{0, 0, 0, 29, 2, INT16_MIN}, overflow}}) {
     EXPECT_EQ(error_of([&] { return timestamp_of(c); }), error)
         << int{c.day} << "/" << int{c.month} << "/" << c.year;
@@ -57,4 +44,4 @@ TEST(Clock, WhatIsNoMomentFails) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

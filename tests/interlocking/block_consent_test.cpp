@@ -2,12 +2,8 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::append;
-using testing::error_of;
-using testing::Table;
 
 TEST(BlockConsent, IsGrantedByTheCodeOfTheAskedEnd) {
   for (const auto& [first_code, second_code, from_first, from_second] :
@@ -15,7 +11,7 @@ TEST(BlockConsent, IsGrantedByTheCodeOfTheAskedEnd) {
                                            {"", "270SV", false, true},
                                            {"270sv", "270SV ", false, false},
                                            {Variant::null(), "0", true, false}}) {
-    testing::Station station("");
+    Station station("");
     append(station.line_file, "linea", 1, "Empoli", "Signa", 1.0, 1, first_code, "V", false, "",
            true, "", second_code, "V", false);
     station.engine.VerRich_fs("Empoli", "Signa");
@@ -30,4 +26,4 @@ TEST(BlockConsent, IsGrantedByTheCodeOfTheAskedEnd) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -3,11 +3,10 @@
 #include "ravelinox/cmdl1.hpp"
 #include "support/cases.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
-using testing::error_of;
-using testing::Table;
+using enum ErrorNumber;
 
 TEST(CheckLetter, WorkedExamplesAndLimits) {
   cmdl1 engine;
@@ -15,20 +14,19 @@ TEST(CheckLetter, WorkedExamplesAndLimits) {
   const std::string high_late = std::string(128, 'a') + "\u00FF";  // 255 times 129 passes 32767
   const std::string high_early = std::string(127, 'a') + "\u00FF";
   for (const auto& [code, letter] : Table<Variant, const char*>{
-           {"abc", "S"}, {1234, "Q"}, {"A", "N"}, {"\u20AC", "Y"}, {"cba", "O"}, {100000.0, "V"}}) {
+           {"abc", "S"}, {1234, "Q"}, {"A", "N"}, {"\u20AC", "Y"}, {"cba", "O"}}) {
     EXPECT_EQ(engine.CheckSumDigit(code), letter) << joined(code);
   }
-  for (const auto& [code, error] : Table<Variant, std::optional<ErrorNumber>>{
-           {longest, {}},
-           {high_early, {}},
-           {"", ErrorNumber::overflow},
-           {longest + "a", ErrorNumber::overflow},
-           {high_late, ErrorNumber::overflow},
-           {Variant::null(), ErrorNumber::invalid_use_of_null},
-           {Variant(std::shared_ptr<Object>()), ErrorNumber::type_mismatch}}) {
+  for (const auto& [code, error] :
+       Table<Variant, std::optional<ErrorNumber>>{{longest, {}},
+                                                  {high_early, {}},
+                                                  {"", overflow},
+                                                  {longest + "a", overflow},
+                                                  {high_late, overflow},
+                                                  {Variant::null(), invalid_use_of_null}}) {
     EXPECT_EQ(error_of([&] { return engine.CheckSumDigit(code); }), error);
   }
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -2,48 +2,30 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
-using testing::append;
-using testing::at;
-using testing::error_of;
-using testing::Station;
-using testing::Table;
+using enum ErrorNumber;
 
 constexpr std::string_view run_of_2345 = R"(
 2345 R ' 3 '; Firenze - 8:00; Empoli 8:25 8:27; Pontedera 8:45 8:46; Pisa 9:00 -
 )";
 
-void expect_times(Station& station, const std::string& name, const std::string& arrival,
-                  const std::string& departure) {
-  station.change("UPDATE circolazione SET Effettivo_arrivo = " + std::to_string(at(arrival)) +
-                 ", Effettiva_partenza = " + std::to_string(at(departure)) + " WHERE Stazione = '" +
-                 name + "'");
-}
-
 TEST(Delay, IsRoundedDownAndSigned) {
-  for (const auto& [expected_departure, step, delay] :
-       Table<const char*, int, const char*>{{"8:46:59", 0, "  0"},
-                                            {"8:47:00", 0, "+ 1"},
-                                            {"8:58:00", 0, "+ 12"},
-                                            {"8:45:00", 0, "- 1"},
-                                            {"8:44:59", 0, "- 2"},
-                                            {"8:53:00", 5, "+ 5"},
-                                            {"8:56:00", 5, "+ 10"},
-                                            {"8:50:00", 5, "  0"},
-                                            {"8:43:00", 5, "- 5"}}) {
+  for (const auto& [seconds, step, delay] : Table<std::int16_t, std::uint8_t, const char*>{
+           {59, 0, "  0"}, {60, 0, "+ 1"}, {-60, 0, "- 1"}, {-61, 0, "- 2"}, {-60, 5, "- 5"}}) {
     Station station(run_of_2345, "Siena");
-    expect_times(station, "Pontedera", "8:45", expected_departure);
-    const auto approximation = static_cast<std::uint8_t>(step);
-    EXPECT_EQ(station.engine.RicavaRitardo(2345, at("8:59"), approximation), Variant(delay))
-        << expected_departure << " in steps of " << step;
+    station.engine.RitardaTreno(2345, seconds, 0);
+    EXPECT_EQ(station.engine.RicavaRitardo(2345, at("8:59"), step), Variant(delay))
+        << seconds << " in steps of " << int{step};
   }
 }
 
 TEST(Delay, LooksAtScheduledTimesAndTheSentenceAtExpectedOnes) {
   Station station(run_of_2345, "Siena");
-  expect_times(station, "Empoli", "8:20", "8:35");
+  station.change(
+      "UPDATE circolazione SET Effettivo_arrivo = Effettivo_arrivo - 300, Effettiva_partenza = "
+      "Effettiva_partenza + 480 WHERE Stazione = 'Empoli'");
   cmdl1& engine = station.engine;
   const std::string train = "Il treno R 2345, partito da Firenze il giorno 1/01/1970, viaggia con ";
   EXPECT_EQ(engine.RicavaRitardo(2345, at("8:21")), Variant("  0"));
@@ -56,7 +38,7 @@ TEST(Delay, LooksAtScheduledTimesAndTheSentenceAtExpectedOnes) {
                             "Empoli alle ore 8:35."));
   station.change("UPDATE circolazione SET Orario_partenza = 30000 WHERE Stazione = 'Pisa'");
   EXPECT_EQ(error_of([&] { return engine.RicavaRitardo(2345, at("9:30")); }),
-            ErrorNumber::invalid_use_of_null);  // due without an expected time
+            invalid_use_of_null);  // due without an expected time
   EXPECT_EQ(engine.DLLRS3->state(), ObjectState::open);
 }
 
@@ -100,40 +82,35 @@ TEST(Run, EndsAndStops) {
 3 R ' 3 '; Empoli - 8:00
 4 R ' 3 '; Siena - 8:00; Volterra 9:00 -
 )");
-  constexpr auto no_row = ErrorNumber::no_current_record;
   cmdl1& engine = station.engine;
   EXPECT_EQ(engine.CorsaTreno(1), Variant("Firenze - Pisa"));
   EXPECT_TRUE(engine.CorsaTreno(99).is_empty());
-  EXPECT_EQ(error_of([&] { return engine.CorsaTreno(3); }), no_row);
+  EXPECT_EQ(error_of([&] { return engine.CorsaTreno(3); }), no_current_record);
   engine.DLLRS3->close();  // a failure leaves the slot open
   EXPECT_EQ(engine.FermateSuccessive(1, "Pontedera"), Variant("Pontedera,Navacchio,."));
   EXPECT_EQ(engine.FermateSuccessive(2, "Empoli"), Variant("."));
-  EXPECT_EQ(error_of([&] { return engine.FermateSuccessive(4, "Empoli"); }), no_row);
+  EXPECT_EQ(error_of([&] { return engine.FermateSuccessive(4, "Empoli"); }), no_current_record);
   engine.DLLRS3->close();
   // No name is not the empty name.
   append(station.line_file, "circolazione", 5, Variant::null(), 0, 9, 0, 9, 0, 0, "1");
   engine.Nome_PdS = "";
-  EXPECT_EQ(error_of([&] { return engine.FermateSuccessive(5, ""); }), no_row);
+  EXPECT_EQ(error_of([&] { return engine.FermateSuccessive(5, ""); }), no_current_record);
 }
 
 TEST(Run, PositionIsWhereTheExpectedArrivalsPutIt) {
   Station station(run_of_2345);
   cmdl1& engine = station.engine;
-  for (const auto& [moment, position] :
-       Table<const char*, const char*>{{"6:00", "Firenze|Empoli"},
-                                       {"8:24:59", "Firenze|Empoli"},
-                                       {"8:25", "Empoli|Pontedera"},
-                                       {"8:26", "Empoli|Pontedera"},
-                                       {"9:00", "Pisa|Pisa"}}) {
+  for (const auto& [moment, position] : Table<const char*, const char*>{
+           {"8:24:59", "Firenze|Empoli"}, {"8:25", "Empoli|Pontedera"}, {"9:00", "Pisa|Pisa"}}) {
     EXPECT_EQ(engine.RicavaPosizioneTreno(2345, at(moment)), Variant(position)) << moment;
   }
-  constexpr auto no_row = ErrorNumber::no_current_record;
-  EXPECT_EQ(error_of([&] { return engine.RicavaPosizioneTreno(99, 0); }), no_row);
+  EXPECT_EQ(error_of([&] { return engine.RicavaPosizioneTreno(99, 0); }), no_current_record);
   engine.DLLRS3->close();
   station.change("UPDATE circolazione SET Numero = 5 WHERE Stazione = 'Firenze'");
   EXPECT_EQ(engine.RicavaPosizioneTreno(5, at("9:00")), Variant("Firenze|"));
-  EXPECT_EQ(error_of([&] { return engine.RicavaPosizioneTreno(2345, at("8:00")); }), no_row);
+  EXPECT_EQ(error_of([&] { return engine.RicavaPosizioneTreno(2345, at("8:00")); }),
+            no_current_record);
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

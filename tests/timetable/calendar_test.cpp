@@ -4,11 +4,8 @@
 
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::error_of;
-using testing::Table;
 
 DateTime date(int year, unsigned month, unsigned day) {
   using namespace std::chrono;
@@ -17,64 +14,50 @@ DateTime date(int year, unsigned month, unsigned day) {
 
 TEST(Calendar, EasterMonday) {
   cmdl1 engine;
-  for (const auto& [year, code] : Table<std::int16_t, const char*>{{2024, "0104"},
-                                                                   {2026, "0604"},
-                                                                   {1954, "1904"},
-                                                                   {2038, "2604"},
-                                                                   {2285, "2303"},
-                                                                   {26190, "0504"}}) {
+  for (const auto& [year, code] : Table<std::int16_t, const char*>{
+           {2024, "0104"}, {1954, "1904"}, {2038, "2604"}, {2285, "2303"}, {26190, "0504"}}) {
     EXPECT_EQ(engine.EasterMondayDate(year), Variant(code)) << year;
   }
-  for (const auto& [year, error] :
-       Table<std::int16_t, ErrorNumber>{{std::int16_t{26191}, ErrorNumber::overflow},
-                                        {std::int16_t{32767}, ErrorNumber::overflow},
-                                        {std::int16_t{-4}, ErrorNumber::division_by_zero}}) {
+  for (const auto& [year, error] : Table<std::int16_t, ErrorNumber>{
+           {26191, ErrorNumber::overflow}, {-4, ErrorNumber::division_by_zero}}) {
     EXPECT_EQ(error_of([&] { return engine.EasterMondayDate(year); }), error) << year;
   }
 }
 
 TEST(Calendar, HolidaysAreSundaysEasterMondayAndTenDates) {
-  int holidays = 0;
-  for (auto day = date(2026, 1, 1); day.year() == 2026;
+  std::string on_weekdays;
+  for (auto day = date(2025, 1, 1); day.year() == 2025;
        day = DateTime(day.moment() + std::chrono::days(1))) {
-    holidays += calendar_day(day).holiday ? 1 : 0;
+    const CalendarDay today = calendar_day(day);
+    EXPECT_TRUE(today.holiday || today.weekday != 0) << today.date_code;
+    if (today.holiday && today.weekday != 0) on_weekdays += today.date_code + " ";
   }
-  EXPECT_EQ(holidays, 52 + 1 + 10 - 1);  // 1 November 2026 is a Sunday
-  EXPECT_TRUE(calendar_day(date(2026, 4, 6)).holiday);
-  EXPECT_FALSE(calendar_day(date(2026, 4, 7)).holiday);
-  EXPECT_TRUE(calendar_day(date(2028, 1, 1)).holiday);
+  EXPECT_EQ(on_weekdays, "0101 0601 2104 2504 0105 0206 1508 0111 0812 2512 2612 ");
 }
 
 TEST(Calendar, DayCodesAdmitDays) {
   const DateTime sunday = date(2026, 4, 19);
   const DateTime wednesday = date(2026, 4, 22);
   const DateTime easter_monday_2026 = date(2026, 4, 6);
-  const DateTime christmas_on_monday = date(2023, 12, 25);
-  const DateTime new_year_on_monday = date(2024, 1, 1);
+  const DateTime christmas_monday = date(2023, 12, 25);
   for (const auto& [code, day, runs] :
        Table<const char*, DateTime, bool>{{" 3 ", wednesday, true},
-                                          {"3 ", wednesday, false},
                                           {" 13 ", wednesday, false},
                                           {" 2204 ", wednesday, true},
                                           {" 1 2 3 4 5 e2204 ", wednesday, false},
-                                          {" 0 ", easter_monday_2026, false},
                                           {" Fes ", sunday, true},
                                           {" Fes ", wednesday, false},
                                           {" 0 Fes ", easter_monday_2026, false},
                                           {" 1 2 3 4 5 6 eF ", easter_monday_2026, false},
                                           {" 1 2 3 4 5 6 eF ", wednesday, true},
-                                          {" 1 2 3 4 5 e2512 ", christmas_on_monday, false},
-                                          {" 1 2 3 4 5 e2512 ", new_year_on_monday, true},
-                                          {"", wednesday, false},
+                                          {" 1 2 3 4 5 e2512 ", christmas_monday, false},
+                                          {" 1 2 3 4 5 e2512 ", date(2024, 1, 1), true},
                                           {"", sunday, false}}) {
-    testing::Station station("1 R '" + std::string(code) + "'");
-    Recordset list;
-    list.set_active_connection(station.engine.DLLCN2.get());
-    list.open(train_list_statement("Numero", calendar_day(day)));
-    EXPECT_EQ(list.record_count(), runs ? 1 : 0)
+    const Station station("1 R '" + std::string(code) + "'");
+    EXPECT_EQ(station.query(train_list_statement("Numero", calendar_day(day))), runs ? "1" : "")
         << "\"" << code << "\" on " << format(day, "d/mm/yyyy");
   }
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing
