@@ -5,9 +5,12 @@
  * The folder holds stazione.db, such as `ravelinox import` writes. The class must be registered:
  * see docs/automation.md. Texts are ASCII here; a host with others converts them to UTF-16. */
 #include <inttypes.h>
+#include <ravelinox/cmdl1.h>
 #include <ravelinox/create_object.h>
 
-static const rlx_guid dispatch_id = {0x00020400, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+static const rlx_guid cmdl1_id = RLX_CMDL1_ID;
+static const rlx_guid error_info_id = {
+    0x1CF2B120, 0x547D, 0x101B, {0x8E, 0x65, 0x08, 0x00, 0x2B, 0x2B, 0xD1, 0x19}};
 static const rlx_guid no_id;
 
 static rlx_text text_of(const char* ascii) {
@@ -32,28 +35,50 @@ static rlx_variant text(const char* ascii) {
   return variant;
 }
 
-/* Calls a member by its name and clears the arguments, which stand from the first to the last. A
- * failure ends the program with the engine's sentence. */
+/* Ends the program with a failure's sentence. */
+static void fail(const char* member, rlx_result code, const uint16_t* sentence) {
+  fprintf(stderr, "board: %s: 0x%08" PRIX32 ": ", member, (uint32_t)code);
+  print_text(sentence, stderr);
+  fputc('\n', stderr);
+  exit(1);
+}
+
+static rlx_cmdl1* engine; /* the object that this program is about */
+
+/* A slot's result is a code alone: the object knows the sentence. */
+static void succeeded(const char* slot, rlx_result code) {
+  void* found = NULL;
+  rlx_text sentence = NULL;
+  if (code >= 0) return;
+  if (engine->slots->dispatch.QueryInterface((rlx_dispatch*)engine, &error_info_id, &found) >= 0) {
+    rlx_error_info* failure = found;
+    failure->slots->GetDescription(failure, &sentence);
+  }
+  fail(slot, code, sentence);
+}
+
+/* Calls a slot of the engine's. */
+#define CALL(slot, ...) succeeded(#slot, engine->slots->slot(__VA_ARGS__))
+
+/* Calls a member by its name and clears the arguments, which stand from the first to the last:
+ * connections, recordsets and fields have names alone. */
 static rlx_variant call(rlx_dispatch* object, const char* name, uint16_t use, uint32_t count,
                         const rlx_variant* values) {
   rlx_variant result = {0}, reversed[8];
   rlx_exception failure = {0};
   uint32_t wrong = 0;
-  int32_t member = RLX_ID_UNKNOWN, put = RLX_ID_PUT;
+  int32_t member = RLX_ID_UNKNOWN;
   rlx_text member_name = text_of(name);
   object->slots->GetIDsOfNames(object, &no_id, &member_name, 1, 0, &member);
   rlx_text_free(member_name);
   for (uint32_t at = 0; at < count; ++at) reversed[count - 1 - at] = values[at];
-  rlx_arguments arguments = {reversed, &put, count, use == RLX_USE_PUT ? 1 : 0};
+  rlx_arguments arguments = {reversed, NULL, count, 0};
   const rlx_result code =
       object->slots->Invoke(object, member, &no_id, 0, use, &arguments, &result, &failure, &wrong);
   for (uint32_t at = 0; at < count; ++at) rlx_variant_clear(&reversed[at]);
-  if (code >= 0) return result;
-  fprintf(stderr, "board: %s: 0x%08" PRIX32 ": ", name,
-          (uint32_t)(code == RLX_DISP_E_EXCEPTION ? failure.result : code));
-  print_text(failure.description, stderr);
-  fputc('\n', stderr);
-  exit(1);
+  if (code < 0)
+    fail(name, code == RLX_DISP_E_EXCEPTION ? failure.result : code, failure.description);
+  return result;
 }
 
 static rlx_variant run(rlx_dispatch* object, const char* method) {
@@ -62,10 +87,6 @@ static rlx_variant run(rlx_dispatch* object, const char* method) {
 
 static rlx_variant get(rlx_dispatch* object, const char* property) {
   return call(object, property, RLX_USE_GET, 0, NULL);
-}
-
-static void put(rlx_dispatch* object, const char* property, rlx_variant value) {
-  call(object, property, RLX_USE_PUT, 1, &value);
 }
 
 /* The number in a column of a recordset's current row. */
@@ -77,10 +98,10 @@ static int32_t field(rlx_dispatch* rows, int32_t position) {
   return value.value.int32;
 }
 
-static void print_train(rlx_dispatch* engine, int32_t train, int32_t leaves) {
-  const rlx_variant when[2] = {number(train), number(leaves)};
-  rlx_variant delay = call(engine, "RicavaRitardo", RLX_USE_METHOD, 2, when);
-  rlx_variant way = call(engine, "CorsaTreno", RLX_USE_METHOD, 1, when);
+static void print_train(int32_t train, int32_t leaves) {
+  rlx_variant delay = {0}, way = {0};
+  CALL(RicavaRitardo, engine, &train, &leaves, NULL, &delay);
+  CALL(CorsaTreno, engine, &train, &way);
   const int32_t second = leaves % 86400;
   printf("%02" PRId32 ":%02" PRId32 "  %8" PRId32 "  ", second / 3600, second / 60 % 60, train);
   print_text(delay.value.text, stdout);
@@ -92,7 +113,7 @@ static void print_train(rlx_dispatch* engine, int32_t train, int32_t leaves) {
 }
 
 /* Sessions, own station, the day's timetable; the timestamp of now. */
-static int32_t start(rlx_dispatch* engine, char** argument) {
+static int32_t start(char** argument) {
   int year, month, day, hour, minute;
   char path[4096];
   if (sscanf(argument[3], "%d-%d-%d", &year, &month, &day) != 3 ||
@@ -101,25 +122,28 @@ static int32_t start(rlx_dispatch* engine, char** argument) {
     exit(2);
   }
   snprintf(path, sizeof path, "%s\\stazione.db", argument[1]);
-  put(engine, "DB_stazione", text(path));
-  run(engine, "Connetti_DBstazione_DLL");
-  run(engine, "Imposta_proprieta_pds");
-  run(engine, "Connetti_DBlinea_DLL");
-  put(engine, "Nome_PdS", text(argument[2]));
-  const rlx_variant moment[6] = {number(0),   number(0),     number(0),
-                                 number(day), number(month), number(year)};
-  const int32_t midnight = call(engine, "MkTime", RLX_USE_METHOD, 6, moment).value.int32;
-  const rlx_variant span[2] = {number(midnight + hour * 3600 + minute * 60), number(midnight)};
-  put(engine, "StartTime", span[0]);
-  put(engine, "Global_ProbabilitaSoppressione", number(50)); /* one in fifty; 0 suppresses all */
-  put(engine, "Global_Puntualita", number(300));
-  call(engine, "Inzializza_Orario", RLX_USE_METHOD, 2, span);
-  return span[0].value.int32;
+  rlx_variant file = text(path), station = text(argument[2]), nothing = {0};
+  CALL(put_DB_stazione, engine, file);
+  CALL(Connetti_DBstazione_DLL, engine);
+  CALL(Imposta_proprieta_pds, engine);
+  CALL(Connetti_DBlinea_DLL, engine);
+  CALL(put_Nome_PdS, engine, station);
+  const uint8_t zero = 0, of_month = (uint8_t)day, of_year = (uint8_t)month;
+  const int16_t anno = (int16_t)year;
+  int32_t midnight = 0;
+  CALL(MkTime, engine, &zero, &zero, &zero, &of_month, &of_year, &anno, &midnight);
+  const int32_t now = midnight + hour * 3600 + minute * 60;
+  CALL(put_StartTime, engine, now);
+  CALL(put_Global_ProbabilitaSoppressione, engine, 50); /* one in fifty; 0 suppresses all */
+  CALL(put_Global_Puntualita, engine, 300);
+  CALL(Inzializza_Orario, engine, &now, &midnight, &nothing);
+  rlx_variant_clear(&file);
+  rlx_variant_clear(&station);
+  return now;
 }
 
 /* Trains and their times of departure, read whole before the slot serves other questions. */
-static int departures(rlx_dispatch* engine, const char* station, int32_t now, int32_t (*found)[2],
-                      int most) {
+static int departures(const char* station, int32_t now, int32_t (*found)[2], int most) {
   char statement[512];
   int count = 0;
   snprintf(statement, sizeof statement,
@@ -128,15 +152,16 @@ static int departures(rlx_dispatch* engine, const char* station, int32_t now, in
            " ORDER BY Effettiva_partenza",
            station, now, now + 3600);
   const rlx_variant source = text(statement);
-  rlx_variant rows = get(engine, "DLLRS3");
-  call(rows.value.dispatch, "Open", RLX_USE_METHOD, 1, &source);
-  for (; count < most && get(rows.value.dispatch, "EOF").value.int16 == 0; ++count) {
-    found[count][0] = field(rows.value.dispatch, 0);
-    found[count][1] = field(rows.value.dispatch, 1);
-    run(rows.value.dispatch, "MoveNext");
+  rlx_dispatch* rows = NULL;
+  CALL(get_DLLRS3, engine, &rows);
+  call(rows, "Open", RLX_USE_METHOD, 1, &source);
+  for (; count < most && get(rows, "EOF").value.int16 == 0; ++count) {
+    found[count][0] = field(rows, 0);
+    found[count][1] = field(rows, 1);
+    run(rows, "MoveNext");
   }
-  run(rows.value.dispatch, "Close");
-  rlx_variant_clear(&rows);
+  run(rows, "Close");
+  rows->slots->Release(rows);
   return count;
 }
 
@@ -147,15 +172,15 @@ int main(int argc, char** argv) {
     fprintf(stderr, "usage: board STATION-FOLDER STATION-NAME YYYY-MM-DD HH:MM\n");
     return 2;
   }
-  if (rlx_create_object("Ravelinox.cmdl1", &dispatch_id, &object) < 0) {
+  if (rlx_create_object("Ravelinox.cmdl1", &cmdl1_id, &object) < 0) {
     fprintf(stderr, "board: Ravelinox.cmdl1 is not registered, or its library does not load\n");
     return 1;
   }
-  rlx_dispatch* engine = (rlx_dispatch*)object;
-  const int32_t now = start(engine, argv);
-  const int count = departures(engine, argv[2], now, found, 100);
-  for (int at = 0; at < count; ++at) print_train(engine, found[at][0], found[at][1]);
-  run(engine, "Disconnetti_DB");
-  engine->slots->Release(engine);
+  engine = object;
+  const int32_t now = start(argv);
+  const int count = departures(argv[2], now, found, 100);
+  for (int at = 0; at < count; ++at) print_train(found[at][0], found[at][1]);
+  CALL(Disconnetti_DB, engine);
+  engine->slots->dispatch.Release((rlx_dispatch*)engine);
   return 0;
 }

@@ -6,7 +6,7 @@
  * out-parameter owns it: `Release`, `rlx_text_free`, `rlx_variant_clear`.
  *
  * Tables have a fixed order: the three functions of the root interface, then the four of the
- * dispatch interface, then, for the class `cmdl1`, the slots listed in Ravelinox.idl. */
+ * dispatch interface, then, for the class `cmdl1`, the slots of cmdl1.h. */
 #ifndef RAVELINOX_AUTOMATION_H
 #define RAVELINOX_AUTOMATION_H
 

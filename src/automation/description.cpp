@@ -5,11 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <initializer_list>
 #include <string_view>
 
+#include "automation/description_text.hpp"
 #include "automation/identifiers.hpp"
-#include "core/members.hpp"
 
 namespace ravelinox::automation {
 namespace {
@@ -73,12 +72,6 @@ std::string_view type_name(Kind kind) {
   return "IDispatch*";
 }
 
-std::string joined(std::initializer_list<std::string_view> parts) {
-  std::string text;
-  for (const std::string_view part : parts) text += part;
-  return text;
-}
-
 std::string id_text(std::int32_t id) {
   std::array<char, 16> text{};
   std::snprintf(text.data(), text.size(), "0x%08X", static_cast<unsigned>(id));
@@ -113,8 +106,7 @@ void Writer::property(std::size_t index) {
   } else {
     member(id, ", propput", row.name, in);
   }
-  if (members::is_object(row.kind) || row.kind == Kind::variant)
-    member(id, ", propputref", row.name, in);
+  if (is_set_by_reference(row.kind)) member(id, ", propputref", row.name, in);
 }
 
 std::string parameter_text(const members::Parameter& parameter) {

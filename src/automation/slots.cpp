@@ -14,6 +14,7 @@
 #include "automation/wire_text.hpp"
 #include "automation/wire_values.hpp"
 #include "core/engine_members.hpp"
+#include "ravelinox/cmdl1.h"
 
 namespace ravelinox::automation {
 namespace {
@@ -236,6 +237,7 @@ class Table {
   std::array<Slot, slot_count()> slots_{};
   std::size_t count_ = kDispatchSlots;
 };
+static_assert(sizeof(rlx_cmdl1_slots) == slot_count() * sizeof(Slot));
 static_assert(std::is_trivially_destructible_v<Table>, "objects may outlive static ones");
 
 }  // namespace

@@ -8,11 +8,13 @@
 namespace ravelinox::automation {
 namespace {
 
-TEST(Description, IsTheCopyThatIsInstalled) {
-  std::ifstream file(RAVELINOX_IDL);
-  const std::string kept((std::istreambuf_iterator<char>(file)), {});
-  EXPECT_EQ(interface_description(), kept)
-      << "After a change of the member table: ravelinox_describe > src/automation/Ravelinox.idl";
+TEST(Descriptions, AreTheCopiesThatAreInstalled) {
+  for (const auto& [kept, written] : {std::pair{RAVELINOX_IDL, interface_description()},
+                                      std::pair{RAVELINOX_C_INTERFACE, c_interface()}}) {
+    std::ifstream file(kept);
+    EXPECT_EQ(written, std::string(std::istreambuf_iterator<char>(file), {}))
+        << "after a change of the member table ravelinox_describe writes it anew";
+  }
 }
 
 }  // namespace

@@ -8,18 +8,12 @@
 #include <string>
 #include <thread>
 #include <utility>
-#include <vector>
 
 #include "automation/identifiers.hpp"
-#include "ravelinox/automation.h"
+#include "ravelinox/cmdl1.h"
 
 namespace ravelinox::automation {
 namespace {
-
-constexpr std::int32_t kMkTime = 0x60030006;
-constexpr std::int32_t kNomePdS = 0x40030014;
-constexpr std::int32_t kDllrs = 0x40030004;
-constexpr std::int32_t kCausaRitardo = 0x60030009;
 
 template <class Function>
 Function entry(const char* name) {
@@ -33,22 +27,22 @@ rlx_class_factory* factory() {
   return static_cast<rlx_class_factory*>(made);
 }
 
-rlx_dispatch* create() {
+rlx_cmdl1* create() {
+  constexpr rlx_guid id = RLX_CMDL1_ID;
   rlx_class_factory* const maker = factory();
   void* made = nullptr;
-  maker->slots->CreateInstance(maker, nullptr, &kInterfaceId, &made);
+  maker->slots->CreateInstance(maker, nullptr, &id, &made);
   maker->slots->Release(maker);
-  return static_cast<rlx_dispatch*>(made);
+  return static_cast<rlx_cmdl1*>(made);
 }
+
+rlx_dispatch* dispatch(rlx_cmdl1* engine) {
+  return static_cast<rlx_dispatch*>(static_cast<void*>(engine));
+}
+
+void release(rlx_cmdl1* engine) { engine->slots->dispatch.Release(dispatch(engine)); }
 
 rlx_result can_unload() { return entry<decltype(&DllCanUnloadNow)>("DllCanUnloadNow")(); }
-
-rlx_variant variant(std::int32_t number) {
-  rlx_variant value{};
-  value.kind = RLX_I4;
-  value.value.int32 = number;
-  return value;
-}
 
 rlx_variant variant(std::u16string_view text) {
   rlx_variant value{};
@@ -58,33 +52,25 @@ rlx_variant variant(std::u16string_view text) {
   return value;
 }
 
-/// One call, with arguments from the last to the first, which are cleared.
-rlx_variant call(rlx_dispatch* object, std::int32_t member, std::uint16_t use,
-                 std::vector<rlx_variant> values = {}) {
-  std::int32_t name = RLX_ID_PUT;
-  rlx_arguments block{values.data(), &name, static_cast<std::uint32_t>(values.size()),
-                      use == RLX_USE_PUT ? 1U : 0U};
-  rlx_variant result{};
-  EXPECT_EQ(
-      object->slots->Invoke(object, member, &kNoId, 0, use, &block, &result, nullptr, nullptr),
-      RLX_S_OK);
-  for (rlx_variant& value : values) rlx_variant_clear(&value);
-  return result;
-}
-
 /// What a host may do to an object in its life: texts, objects handed out, results.
 void live_and_die() {
-  rlx_dispatch* const engine = create();
-  call(engine, kNomePdS, RLX_USE_PUT, {variant(u"Empoli è qui")});
-  rlx_variant name = call(engine, kNomePdS, RLX_USE_GET);
-  rlx_variant slot = call(engine, kDllrs, RLX_USE_GET);
-  const rlx_variant moment =
-      call(engine, kMkTime, RLX_USE_METHOD,
-           {variant(2026), variant(4), variant(22), variant(0), variant(0), variant(6)});
-  EXPECT_EQ(moment.value.int32, 1776837600);
-  engine->slots->Release(engine);
+  rlx_cmdl1* const engine = create();
+  rlx_variant name = variant(u"Empoli è qui");
+  engine->slots->put_Nome_PdS(engine, name);
   rlx_variant_clear(&name);
-  rlx_variant_clear(&slot);  // outlives its engine
+  engine->slots->get_Nome_PdS(engine, &name);
+  rlx_dispatch* slot = nullptr;
+  engine->slots->get_DLLRS(engine, &slot);
+  const std::array<std::uint8_t, 5> given{6, 0, 0, 22, 4};
+  const std::int16_t year = 2026;
+  std::int32_t moment = 0;
+  engine->slots->MkTime(engine, &given[0], &given[1], &given[2], &given[3], &given[4], &year,
+                        &moment);
+  EXPECT_EQ(moment, 1776837600);
+  release(engine);
+  EXPECT_EQ(rlx_text_length(name.value.text), 12U);
+  rlx_variant_clear(&name);
+  slot->slots->Release(slot);  // outlives its engine
 }
 
 std::size_t entries_of(const char* folder) {
@@ -97,10 +83,7 @@ TEST(Server, AMillionObjectsLeaveNothing) {
   const std::size_t memory = mallinfo2().uordblks;
   const std::size_t descriptors = entries_of("/proc/self/fd");
   const std::size_t threads = entries_of("/proc/self/task");
-  for (int round = 0; round < 1'000'000; ++round) {
-    rlx_dispatch* const engine = create();
-    engine->slots->Release(engine);
-  }
+  for (int round = 0; round < 1'000'000; ++round) release(create());
   for (int round = 0; round < 10'000; ++round) live_and_die();
   EXPECT_LE(mallinfo2().uordblks, memory + 65'536) << "a byte for each would be a million";
   EXPECT_EQ(entries_of("/proc/self/fd"), descriptors);
@@ -114,15 +97,16 @@ TEST(Server, CountsEveryReferenceAndLock) {
   maker->slots->LockServer(maker, 1);
   maker->slots->Release(maker);
   EXPECT_EQ(can_unload(), RLX_S_FALSE);
-  rlx_dispatch* const engine = create();
-  rlx_variant slot = call(engine, kDllrs, RLX_USE_GET);
-  rlx_variant again = call(engine, kDllrs, RLX_USE_GET);
-  EXPECT_EQ(slot.value.dispatch, again.value.dispatch) << "an object keeps its identity";
-  rlx_variant_clear(&again);
+  rlx_cmdl1* const engine = create();
+  rlx_dispatch *slot = nullptr, *again = nullptr;
+  engine->slots->get_DLLRS(engine, &slot);
+  engine->slots->get_DLLRS(engine, &again);
+  EXPECT_EQ(slot, again) << "an object keeps its identity";
+  again->slots->Release(again);
   maker->slots->LockServer(maker, 0);
-  engine->slots->Release(engine);
+  release(engine);
   EXPECT_EQ(can_unload(), RLX_S_FALSE) << "a slot is still held";
-  rlx_variant_clear(&slot);
+  slot->slots->Release(slot);
   EXPECT_EQ(can_unload(), RLX_S_OK);
 }
 
@@ -130,11 +114,9 @@ TEST(Server, CountsEveryReferenceAndLock) {
 struct HostObject {
   const rlx_dispatch_slots* slots;
   std::int32_t references = 1;
-  rlx_dispatch* engine = nullptr;
+  rlx_cmdl1* engine = nullptr;
   rlx_variant seen{};
 };
-
-constexpr std::int32_t kAutItWaitList = 0x40030016;
 
 HostObject& host_object(rlx_dispatch* self) {
   return *static_cast<HostObject*>(static_cast<void*>(self));
@@ -143,11 +125,11 @@ HostObject& host_object(rlx_dispatch* self) {
 std::uint32_t let_go(rlx_dispatch* self) {
   HostObject& object = host_object(self);
   const std::int32_t left = --object.references;
-  rlx_dispatch* const engine = std::exchange(object.engine, nullptr);
+  rlx_cmdl1* const engine = std::exchange(object.engine, nullptr);
   if (engine == nullptr) return static_cast<std::uint32_t>(left);
-  engine->slots->AddRef(engine);
-  if (left > 0) object.seen = call(engine, kAutItWaitList, RLX_USE_GET);
-  engine->slots->Release(engine);
+  engine->slots->dispatch.AddRef(dispatch(engine));
+  if (left > 0) engine->slots->get_AutItWaitList(engine, &object.seen);
+  release(engine);
   return static_cast<std::uint32_t>(left);
 }
 
@@ -161,21 +143,21 @@ TEST(Server, LetsAnObjectOfTheHostCallBackAsItGoes) {
   rlx_variant given{};
   given.kind = RLX_DISPATCH;
   given.value.dispatch = static_cast<rlx_dispatch*>(static_cast<void*>(&object));
-  rlx_dispatch* const engine = create();
-  for (const rlx_variant& next : {variant(7), variant(u"a text of more than a few letters")}) {
-    object.references = 2;
-    call(engine, kAutItWaitList, RLX_USE_PUT, {given});  // gives up its own reference: one is left
+  rlx_cmdl1* const engine = create();
+  for (rlx_variant& next : std::array{rlx_variant{RLX_I4, {}, {}}, variant(u"more than letters")}) {
+    engine->slots->put_AutItWaitList(engine, given);
     EXPECT_EQ(object.references, 2);
     object.engine = engine;
-    call(engine, kAutItWaitList, RLX_USE_PUT, {next});
+    engine->slots->put_AutItWaitList(engine, next);
     EXPECT_EQ(object.seen.kind, next.kind) << "the new value, never the one that goes";
     EXPECT_EQ(object.references, 1);
     rlx_variant_clear(&object.seen);
+    rlx_variant_clear(&next);
   }
-  object.references = 1;
-  call(engine, kAutItWaitList, RLX_USE_PUT, {given});
+  engine->slots->put_AutItWaitList(engine, given);
+  rlx_variant_clear(&given);
   object.engine = engine;
-  engine->slots->Release(engine);
+  release(engine);
   EXPECT_EQ(object.references, 0);
   EXPECT_EQ(can_unload(), RLX_S_OK);
 }
@@ -201,11 +183,13 @@ TEST(Server, ObjectsOnTwoThreadsDoNotMeet) {
   const auto work = [] {
     for (int round = 0; round < 2000; ++round) {
       live_and_die();
-      rlx_dispatch* const engine = create();
-      rlx_variant cause = call(engine, kCausaRitardo, RLX_USE_METHOD, {variant(u"Ritardo Lieve")});
+      rlx_cmdl1* const engine = create();
+      rlx_variant reason = variant(u"Ritardo Lieve"), cause{};
+      engine->slots->CausaRitardo(engine, &reason, &cause);
       EXPECT_EQ(cause.kind, RLX_TEXT);
+      rlx_variant_clear(&reason);
       rlx_variant_clear(&cause);
-      engine->slots->Release(engine);
+      release(engine);
     }
   };
   std::thread other(work);
