@@ -9,7 +9,7 @@ docs/automation.md.
 
 import sys
 
-from component import Failure, create
+from component import Failure, create, rows
 
 
 def main(folder, station, day, time):
@@ -29,15 +29,12 @@ def main(folder, station, day, time):
     engine.Global_Puntualita = 300
     engine.Inzializza_Orario(now, midnight)
 
-    rows = engine.DLLRS3
-    rows.Open("SELECT Numero, Effettiva_partenza FROM circolazione"
+    slot = engine.DLLRS3
+    slot.Open("SELECT Numero, Effettiva_partenza FROM circolazione"
               f" WHERE Stazione = '{station}' AND Effettiva_partenza >= {now}"
               f" AND Effettiva_partenza < {now + 3600} ORDER BY Effettiva_partenza")
-    departures = []
-    while not rows.EOF:
-        departures.append((rows.Fields(0).Value, rows.Fields(1).Value))
-        rows.MoveNext()
-    rows.Close()
+    departures = list(rows(slot))
+    slot.Close()
     for train, leaves in departures:
         print(f"{engine.UnMkTime(leaves):%H:%M}  {train:>8}  {engine.RicavaRitardo(train, leaves):>5}"
               f"  {engine.CorsaTreno(train)}")

@@ -243,6 +243,13 @@ class Component:
         self.call(name, PUT_REFERENCE if is_object else PUT, value)
 
 
+def rows(recordset):
+    """The rows of an open recordset from the current one on, each a tuple of its values."""
+    while not recordset.EOF:
+        yield tuple(recordset.Fields(at).Value for at in range(recordset.FieldCount))
+        recordset.MoveNext()
+
+
 def registry():
     """The user's registry of components, as a dictionary."""
     data = os.environ.get("XDG_DATA_HOME", "")

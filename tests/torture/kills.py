@@ -21,10 +21,7 @@ def texts(found):
 
 def read(slot, statement):
     slot.Open(statement)
-    found = []
-    while not slot.EOF:
-        found.append([slot.Fields(at).Value for at in range(slot.FieldCount)])
-        slot.MoveNext()
+    found = list(ground.host.rows(slot))
     slot.Close()
     return found
 
