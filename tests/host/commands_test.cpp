@@ -15,10 +15,7 @@
 namespace ravelinox::host {
 namespace {
 
-using ravelinox::testing::add_timetable;
-using ravelinox::testing::append;
-using ravelinox::testing::Table;
-using ravelinox::testing::TemporaryFolder;
+using namespace ravelinox::testing;
 using ::testing::HasSubstr;
 using Words = std::vector<std::string>;
 

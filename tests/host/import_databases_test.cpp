@@ -13,10 +13,7 @@
 namespace ravelinox::host {
 namespace {
 
-using ravelinox::testing::connect;
-using ravelinox::testing::error_of;
-using ravelinox::testing::Slot;
-using ravelinox::testing::Table;
+using namespace ravelinox::testing;
 
 namespace fs = std::filesystem;
 

@@ -4,10 +4,8 @@
 #include "platform/text_file.hpp"
 #include "support/cases.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::Table;
 
 TEST(CodePage, BytesOfTexts) {
   for (const auto& [utf8, bytes] :
@@ -36,4 +34,4 @@ TEST(CodePage, LettersAreEqualInBothCases) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -3,11 +3,8 @@
 #include "ravelinox/variant.hpp"
 #include "support/cases.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
-
-using testing::error_of;
-using testing::Table;
 
 TEST(Conversions, WholeNumbers) {
   constexpr auto overflow = ErrorNumber::overflow;
@@ -58,4 +55,4 @@ TEST(Conversions, TextsAndTruths) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -12,16 +12,10 @@
 #include "platform/speech/service_voice.hpp"
 #include "support/station.hpp"
 
-namespace ravelinox {
+namespace ravelinox::testing {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::error_of;
-using testing::FakeSpeechService;
-using testing::hang_up;
-using testing::SpeechScript;
-using testing::Table;
-using testing::TemporaryFolder;
 using Lines = std::vector<std::string>;
 using Failure = std::optional<ErrorNumber>;
 
@@ -152,4 +146,4 @@ TEST(ServiceAddress, FollowsTheServicesOwnSetting) {
 }
 
 }  // namespace
-}  // namespace ravelinox
+}  // namespace ravelinox::testing

@@ -67,7 +67,7 @@ class Station {
   /// Replaces the draws to come.
   ScriptedRandom& script(std::vector<float> draws);
 
-  /// A change made by another program, on a connection of its own.
+  /// A change made by another program, on a connection of its own that waits for no lock.
   void change(const std::string& line_statement) const;
   void change_station(const std::string& station_statement) const;
 

@@ -14,11 +14,7 @@
 
 namespace ravelinox::data::testing {
 
-using ravelinox::testing::connect;
-using ravelinox::testing::error_of;
-using ravelinox::testing::Slot;
-using ravelinox::testing::Table;
-using ravelinox::testing::TemporaryFolder;
+using namespace ravelinox::testing;
 using enum ErrorNumber;
 
 struct TestDatabase {
