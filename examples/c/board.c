@@ -46,7 +46,7 @@ static void fail(const char* member, rlx_result code, const uint16_t* sentence) 
 static rlx_cmdl1* engine; /* the object that this program is about */
 
 /* A slot's result is a code alone: the object knows the sentence. */
-static void succeeded(const char* slot, rlx_result code) {
+static void check(const char* slot, rlx_result code) {
   void* found = NULL;
   rlx_text sentence = NULL;
   if (code >= 0) return;
@@ -58,7 +58,7 @@ static void succeeded(const char* slot, rlx_result code) {
 }
 
 /* Calls a slot of the engine's. */
-#define CALL(slot, ...) succeeded(#slot, engine->slots->slot(__VA_ARGS__))
+#define CALL(slot, ...) check(#slot, engine->slots->slot(__VA_ARGS__))
 
 /* Calls a member by its name and clears the arguments, which stand from the first to the last:
  * connections, recordsets and fields have names alone. */
@@ -116,8 +116,9 @@ static void print_train(int32_t train, int32_t leaves) {
 static int32_t start(char** argument) {
   int year, month, day, hour, minute;
   char path[4096];
-  if (sscanf(argument[3], "%d-%d-%d", &year, &month, &day) != 3 ||
-      sscanf(argument[4], "%d:%d", &hour, &minute) != 2) {
+  if (sscanf(argument[3], "%4d-%2d-%2d", &year, &month, &day) != 3 ||
+      sscanf(argument[4], "%2d:%2d", &hour, &minute) != 2 || month < 0 || day < 0 || hour < 0 ||
+      minute < 0) {
     fprintf(stderr, "board: the moment is YYYY-MM-DD HH:MM\n");
     exit(2);
   }

@@ -88,7 +88,6 @@ for one, other, length in rows("SELECT Estremo1, Estremo2, Lunghezza FROM linea"
     sections[one, other] = sections[other, one] = length
 
 
-
 def distances(lists):
     """Each station's distance from the first one, given lists of stations in the line's order. A
     train that passes stations by has shorter sections than one that calls at all of them, so the
