@@ -8,6 +8,7 @@
 #include "automation/description.hpp"
 #include "automation/description_text.hpp"
 #include "automation/identifiers.hpp"
+#include "core/members.hpp"
 
 namespace ravelinox::automation {
 namespace {
@@ -49,8 +50,6 @@ struct rlx_cmdl1 {
 
 std::string_view type_name(Kind kind) {
   switch (kind) {
-    case Kind::none:
-      return "void";
     case Kind::boolean:
     case Kind::int16:
       return "int16_t";
@@ -66,6 +65,7 @@ std::string_view type_name(Kind kind) {
       return "rlx_text";
     case Kind::variant:
       return "rlx_variant";
+    case Kind::none:  // no function gives it
     case Kind::object:
     case Kind::connection:
     case Kind::recordset:
@@ -93,7 +93,7 @@ std::string property(const members::Property& row) {
   const std::string in = joined({", ", type_name(row.kind), " value"});
   return function("get_", row.name, joined({", ", type_name(row.kind), "* value"})) +
          function(members::is_object(row.kind) ? "reserved_" : "put_", row.name, in) +
-         (is_set_by_reference(row.kind) ? function("putref_", row.name, in) : "");
+         (members::is_set_by_reference(row.kind) ? function("putref_", row.name, in) : "");
 }
 
 std::string method(const members::Method& row) {

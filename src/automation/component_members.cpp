@@ -83,8 +83,7 @@ constexpr Member property_member() {
   Member member{.name = row.name, .id = members::property_id(Index), .kind = row.kind};
   member.get = get<Index>;
   if (!members::is_object(row.kind)) member.put = put<Index>;
-  if (members::is_object(row.kind) || row.kind == members::Kind::variant)
-    member.put_reference = put<Index>;
+  if (members::is_set_by_reference(row.kind)) member.put_reference = put<Index>;
   return member;
 }
 

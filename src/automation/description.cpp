@@ -9,6 +9,7 @@
 
 #include "automation/description_text.hpp"
 #include "automation/identifiers.hpp"
+#include "core/members.hpp"
 
 namespace ravelinox::automation {
 namespace {
@@ -106,7 +107,7 @@ void Writer::property(std::size_t index) {
   } else {
     member(id, ", propput", row.name, in);
   }
-  if (is_set_by_reference(row.kind)) member(id, ", propputref", row.name, in);
+  if (members::is_set_by_reference(row.kind)) member(id, ", propputref", row.name, in);
 }
 
 std::string parameter_text(const members::Parameter& parameter) {

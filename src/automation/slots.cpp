@@ -184,7 +184,7 @@ constexpr std::size_t kDispatchSlots = sizeof(rlx_dispatch_slots) / sizeof(Slot)
 constexpr std::size_t slot_count() {
   std::size_t count = kDispatchSlots + members::kMethods.size();
   for (const members::Property& property : members::kProperties)
-    count += members::is_object(property.kind) || property.kind == members::Kind::variant ? 3 : 2;
+    count += members::is_set_by_reference(property.kind) ? 3 : 2;
   return count;
 }
 
@@ -218,7 +218,7 @@ class Table {
       add(&put_object<Index>);
     } else {
       add(&put<Index>);
-      if constexpr (kind == members::Kind::variant) add(&put_variant_reference<Index>);
+      if constexpr (members::is_set_by_reference(kind)) add(&put_variant_reference<Index>);
     }
   }
 

@@ -27,6 +27,9 @@ enum class Kind : std::uint8_t {
 
 [[nodiscard]] constexpr bool is_object(Kind kind) { return kind >= Kind::object; }
 
+/// Whether a property of the kind can be set by reference.
+[[nodiscard]] constexpr bool is_set_by_reference(Kind kind) { return kind >= Kind::variant; }
+
 enum class Passing : std::uint8_t { by_reference, by_value };
 
 struct Parameter {

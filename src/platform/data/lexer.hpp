@@ -47,8 +47,9 @@ struct LexedStatement {
   std::string_view statement;
   std::vector<Literal> literals;
 
-  /// The statement with each literal replaced by its class and an apostrophe, which stands nowhere
-  /// else. Two statements with the same shape differ in the values of their literals only.
+  /// The statement, blanks and all, with each literal replaced by its class and an apostrophe,
+  /// which stands nowhere else. Two with the same shape differ in the values of their literals
+  /// only.
   std::string shape;
 
   std::string unquoted;  ///< holds the texts that had doubled apostrophes
