@@ -37,7 +37,6 @@ for _shown in (Connection, CursorLocation, Field, LockType, ObjectState, Records
 del _shown
 
 
-
 def _rows(slot):
     """The rows from the current one on, each a tuple of its values."""
     while not slot.end_of_file:

@@ -48,9 +48,6 @@ IDS = {name: 0x40030000 + at for at, name in enumerate(PROPERTIES)}
 IDS |= {name: 0x60030000 + at + (at > 4) for at, name in enumerate(METHODS)}
 WIDTHS = [2 if name in NUMBERS else 3 for name in PROPERTIES] + [1] * len(METHODS)
 SLOTS = dict(zip(PROPERTIES + METHODS, itertools.accumulate(WIDTHS, initial=7)))
-# What a by-reference argument of each kind is on the border.
-CTYPES = {host.UI1: c_uint8, host.I2: c_int16, host.I4: c_int32, host.BOOL: c_int16,
-          host.R8: c_double, host.TEXT: c_void_p, host.VARIANT: Variant}
 
 
 def by_reference(kind, content):

@@ -141,8 +141,10 @@ def contents(file):
     for end in ("", "-wal"):
         with contextlib.suppress(FileNotFoundError):
             os.unlink(copy + end)
-        with contextlib.suppress(OSError):  # no file, or none to be read
+        with contextlib.suppress(OSError):
             shutil.copyfile(file + end, copy + end)
+    if not os.path.exists(copy):  # there is no file, or none that can be read
+        return os.path.lexists(file) and os.lstat(file)[:7]
     try:
         with sqlite3.connect(copy) as other:
             dump = list(other.iterdump())

@@ -123,8 +123,8 @@ class Damage:
             texts(rows(station, statement, file_of(statement))) != value
             for statement, value in kept.items() if statement != last)
         self.counts["rows half written"] += rows(station, self.half_rows)[0][0]
-        self.counts["files not whole"] += not ground.whole(station)
         self.counts["set-ups that fail afterwards"] += number_of(*prepare) != 0
+        self.counts["files not whole"] += not ground.whole(station)
 
     def report(self, name):
         for what, count in self.counts.items():

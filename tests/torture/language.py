@@ -140,7 +140,10 @@ class Maker:
         if choice < 0.6:
             value = self.random.choice(WHOLE + REALS)
             if choice < 0.45:
-                return Made(literal(str(value)).text, 9, lambda row: value)
+                text, minus = str(abs(value)), "-" * (value < 0)
+                inside = self.random.random() < 0.5
+                quoted = f"'{minus}{text}'" if inside else f"{minus}'{text}'"
+                return Made(quoted, 9 if inside else 8, lambda row: value)
             return literal(value)
         sign = self.random.choice("+-*/")
         right = (literal(self.random.choice([2, 4, -8])) if sign == "/"

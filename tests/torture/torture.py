@@ -55,4 +55,5 @@ if __name__ == "__main__":
     try:
         sys.exit(importlib.import_module(built.driver).run() if built.driver else main())
     finally:
+        os.seteuid(os.getuid())  # which a driver may have given up
         shutil.rmtree(ground.folder, ignore_errors=True)
