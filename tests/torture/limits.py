@@ -94,17 +94,14 @@ def full_disk(template, random):
     return starving.report("full disk")
 
 
-def open_files():
-    return len(os.listdir("/proc/self/fd")) - 1
-
-
 def descriptors(template):
     """Connecting, working and writing the text files with so many free descriptors."""
     crashes, refused, afterwards = 0, 0, 0
     for free in range(12):
         station = ground.new_station("descriptors", template)
         engine = ground.new_engine()
-        with limited(resource.RLIMIT_NOFILE, open_files() + free):
+        open_files = len(os.listdir("/proc/self/fd")) - 1
+        with limited(resource.RLIMIT_NOFILE, open_files + free):
             failed = number_of(start, engine, station)
             refused += failed != 0
             crashes += failed not in (0, DATA_FAILURE, ground.CLOSED, ground.OPEN, 75)
