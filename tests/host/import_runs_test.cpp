@@ -66,9 +66,10 @@ TEST(Runs, ComeOutAsTheEngineNeedsThem) {
       {"A 8:00/8:00 B -/8:10 C 8:20/-", "A 8:00/8:00 B 8:10/8:10+30 C 8:20/8:20"},
       // A stop of no length gets a dwell, a pass none; a pass that stands stays a stop.
       {"A 8:00/8:00 B 8:10/8:12p C 8:20/8:20", "A 8:00/8:00 B 8:10/8:12 C 8:20/8:20"},
-      // Stations within one minute: arrivals still rise, and the published times are kept.
-      {"A 8:00/8:00 B 8:00/8:00 C 8:00/8:00 D 8:05/8:05",
-       "A 8:00/8:00 B 8:00+1/8:00+2 C 8:00+3/8:00+33 D 8:05/8:05"},
+      // Stations within one minute: arrivals still rise, stops take half the room that is left,
+      // and the published times are kept.
+      {"A 8:00/8:00 B 8:00/8:00 C 8:00/8:00 D 8:01/8:01",
+       "A 8:00/8:00 B 8:00+1/8:00+2 C 8:00+3/8:00+31 D 8:01/8:01"},
       // The same station twice in a row is one call.
       {"A 8:00/8:00 B 8:10/8:12 B 8:15/8:17 C 8:20/8:20", "A 8:00/8:00 B 8:10/8:17 C 8:20/8:20"},
       {"A 8:00/8:00 A 8:05/8:06 B 8:10/8:10", "A 8:06/8:06 B 8:10/8:10"},

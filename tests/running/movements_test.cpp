@@ -56,6 +56,14 @@ TEST(Recording, ShiftsTheRestOfTheRunAndGoesOnAfterEveryStepThatFails) {
   }
 }
 
+TEST(Recording, ATrainThatMadeUpItsDelayKeepsTheMomentOfItsArrival) {
+  Station station(run_of_2345);
+  station.engine.RitardaTreno(2345, 60, 0);
+  station.engine.RegistraEvento("Arrivo", 2345, at("8:25"), "Empoli");
+  EXPECT_EQ(station.run(2345)[1], "Empoli 8:25:00 8:27:00 expected 8:25:00 8:26:00");
+  EXPECT_EQ(station.run(2345)[2], "Pontedera 8:45:00 8:46:00 expected 8:45:00 8:46:00");
+}
+
 TEST(Recording, ASlotLeftOpenIsNotReadButClosed) {
   Station station(run_of_2345);
   station.engine.DLLRS3->open("SELECT Orario_partenza, Numero FROM circolazione");
